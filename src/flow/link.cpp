@@ -1,0 +1,72 @@
+#include "flow/link.h"
+
+#include "language/symbols.h"
+
+cLinkFlow::cLinkFlow(cLink& owner, cEvaluationContext& model)
+    : strength(newRuleExpression(model, eLinkRule::strength)), link(owner) {}
+
+cLink::cLink(const std::string& name)
+    : cLinkDraw(*this, *network().symbols),
+      cLinkRelease(*this, *network().symbols),
+      cLinkFlow(*this, *network().symbols),
+      rules{&enough,     &drawUntil,    &drawAmt,      &drawOrder,    &drawWhere,
+            &releaseAmt, &releaseUntil, &releaseOrder, &releaseWhere, &strength} {
+    if (name.empty())
+        takeDefaultName("Link");
+    else
+        setName(name);
+}
+
+cLink::~cLink() {
+    if (succNode != nullptr) succNode->removeInLink(this);
+    if (predNode != nullptr) predNode->removeOutLink(this);
+}
+
+std::string cLink::getKind() const {
+    switch (linkKind) {
+        case kindDraw: return "DRAWLINK";
+        case kindRelease: return "RELEASELINK";
+        case kindFlow: return "FLOWLINK";
+        default: return {};
+    }
+}
+
+double cLink::getAttribute(const std::string& keyword) {
+    if (keyword == "nDraws") return nDraws;
+
+    elementError.code = failureCode::expression;
+    elementError.message = "Invalid keyword";
+    elementError.location = "In link" + getName();
+    throw cException{elementError};
+}
+
+void cLink::setLinkKind(eLinkKind kind) {
+    linkKind = kind;
+    if (kind == kindDraw) setRuleText(eLinkRule::enough, "PredNode.CurCount");
+    if (kind == kindRelease) setRuleText(eLinkRule::releaseAmt, "1");
+}
+
+void cLink::setRuleText(eLinkRule rule, const std::string& text) {
+    rules[static_cast<std::size_t>(rule)]->compile(text, cExpression::eTrial::skip, getName());
+}
+
+const std::string& cLink::getRuleText(eLinkRule rule) const { return rules[static_cast<std::size_t>(rule)]->getText(); }
+
+void cLink::addOnFlowStatement(const std::string& text) {
+    onFlowStatements.push_back(std::make_unique<cStatement>(text));
+}
+
+cNodeReceiver& cLink::receiver() const {
+    auto* receiving = dynamic_cast<cNodeReceiver*>(succNode);
+    if (receiving != nullptr) return *receiving;
+
+    const std::string message = "Link \"" + getName() + "\" leads to no node that can receive.";
+    throw cException{failureCode::expression, message, {}, {}};
+}
+
+void cLink::forSuccessor(void (cNodeReceiver::*operation)()) { (receiver().*operation)(); }
+
+cResType& cLink::requireType() const {
+    if (getResType() != nullptr) return *getResType();
+    throw cException{failureCode::expression, "Link \"" + getName() + "\" has no resource type.", {}, {}};
+}

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "flow/homogHolder.h"
+#include "flow/linkDraw.h"
+#include "flow/linkFlow.h"
+#include "flow/linkKind.h"
+#include "flow/linkRelease.h"
+#include "flow/linkRules.h"
+#include "kernel/network.h"
+#include "kernel/receiver.h"
+
+#include <array>
+#include <string>
+
+/// Joins two nodes and says how resources go from the first to the second.
+///
+/// A link has the rules of every kind in it; which of them applies follows from the pair of nodes, and is worked out
+/// when it is connected. Its expressions run on behalf of the link: PredNode and nDraws mean this link's.
+/// Ownership: the nodes only point here. A link takes itself out of them in its destructor.
+class cLink : public cNetworkElement, public cHomogHolder, public cLinkDraw, public cLinkRelease, public cLinkFlow {
+public:
+    /// A link without ends. An empty name asks for a default one; a name that is refused leaves the link without.
+    explicit cLink(const std::string& name = {});
+    ~cLink() override;
+
+    /// "DRAWLINK", "RELEASELINK" or "FLOWLINK"; empty while the link is none of them.
+    std::string getKind() const override;
+    /// "nDraws": the draws made so far in the present attempt, 0 outside one.
+    /// @throws cException (code 2) for any other keyword.
+    double getAttribute(const std::string& keyword) override;
+    void resetElement() override { clearOnFlowStatements(); }
+
+    /// Connects an end, or takes it off with null. The end connected first is taken as it is; with the second the pair
+    /// decides, by one of two tables that differ for links out of an Assembler: kind, type of the link, or a refusal,
+    /// which changes nothing.
+    /// @return the kind that the link now has, or `kindRefused`.
+    eLinkKind setPredNode(cNode* node);
+    eLinkKind setSuccNode(cNode* node);
+    cNode* getPredNode() const { return predNode; }
+    cNode* getSuccNode() const { return succNode; }
+
+    eLinkKind getLinkKind() const { return linkKind; }
+    /// Stores the kind. A draw link's draw condition becomes "PredNode.CurCount", a release link's amount "1".
+    void setLinkKind(eLinkKind kind);
+
+    /// Sets the text of a rule, without a trial evaluation. @throws cException as compiling does; the text stays.
+    void setRuleText(eLinkRule rule, const std::string& text);
+    const std::string& getRuleText(eLinkRule rule) const;
+
+    void addOnFlowStatement(const std::string& text);
+    void runOnFlowStatements() { runStatementList(onFlowStatements, network()); }
+    virtual void clearOnFlowStatements() { onFlowStatements.clear(); }
+
+    /// Tells the successor of a flow. @throws cException (code 2) if it is no node that can receive.
+    void forSuccessor(void (cNodeReceiver::*operation)());
+    /// The successor as a receiver. @throws cException (code 2) if it is none.
+    cNodeReceiver& receiver() const;
+
+    /// The link's own type, which what it makes is labelled with. @throws cException (code 2) if it has none.
+    cResType& requireType() const;
+
+    cSymbols& symbols() const { return *network().symbols; }
+    cNetwork& model() const { return network(); }
+
+private:
+    const std::array<cExpression*, linkRules.size()> rules;  // by eLinkRule
+    cStatementList onFlowStatements;
+    cNode* predNode = nullptr;
+    cNode* succNode = nullptr;
+    eLinkKind linkKind = kindIncomplete;
+};

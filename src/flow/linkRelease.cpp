@@ -1,0 +1,50 @@
+#include "flow/linkRelease.h"
+
+#include "flow/link.h"
+#include "flow/linkRules.h"
+#include "flow/releasers.h"
+#include "flow/resourceOrder.h"
+#include "language/symbols.h"
+
+cLinkRelease::cLinkRelease(cLink& owner, cEvaluationContext& model)
+    : releaseAmt(newRuleExpression(model, eLinkRule::releaseAmt)),
+      releaseUntil(newRuleExpression(model, eLinkRule::releaseUntil)),
+      releaseOrder(newRuleExpression(model, eLinkRule::releaseOrder)),
+      releaseWhere(newRuleExpression(model, eLinkRule::releaseWhere)),
+      link(owner) {}
+
+void cLinkRelease::release() {
+    auto* from = dynamic_cast<cReleasers*>(link.getPredNode());
+    if (from == nullptr) {
+        const std::string message = "Link \"" + link.getName() + "\" has no node in front that can release.";
+        throw cException{failureCode::expression, message, {}, {}};
+    }
+    cNodeReceiver& to = link.receiver();
+    if (dynamic_cast<const cResTypeGen*>(&link.requireType()) != nullptr)
+        releaseAmount(*from, to);
+    else
+        releaseInstances(*from, to);
+}
+
+void cLinkRelease::releaseAmount(cReleasers& from, cNodeReceiver& to) {
+    const double amount = releaseAmt.evaluate(link.getName());
+    const auto released = std::make_shared<cResGen>(link.getResType(), amount);
+    link.runOnFlowStatements();
+    from.release(*released);
+    to.receive(released);
+}
+
+void cLinkRelease::releaseInstances(cReleasers& from, cNodeReceiver& to) {
+    cSymbols& symbols = link.symbols();
+    const std::vector<cResPtr> held = from.getHoldings(link.getResType());
+    for (const cResPtr& candidate : orderedByKey(held, releaseOrder, link.getName(), symbols)) {
+        if (isTrue(releaseUntil.evaluate(link.getName()))) break;
+        {
+            const cSymbols::cResourceInHand inHand(symbols, candidate.get());
+            if (!isTrue(releaseWhere.evaluate(link.getName()))) continue;
+            from.release(*candidate);
+            link.runOnFlowStatements();
+        }
+        to.receive(candidate);
+    }
+}

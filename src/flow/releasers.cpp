@@ -1,0 +1,52 @@
+#include "flow/releasers.h"
+
+#include <algorithm>
+
+bool cReleasers::release(const cRes& resource) {
+    const auto [first, end] = holdings.equal_range(resource.getResType());
+    if (first == end) return false;
+
+    if (const auto* released = dynamic_cast<const cResGen*>(&resource)) {
+        auto* holding = dynamic_cast<cResGen*>(first->second.get());
+        if (holding != nullptr && released->getAmount() < holding->getAmount())
+            holding->subtract(*released);
+        else
+            holdings.erase(first, end);
+        return true;
+    }
+    const auto held = std::find_if(first, end, [&](const auto& entry) { return entry.second.get() == &resource; });
+    if (held != end) holdings.erase(held);
+    return true;
+}
+
+std::vector<cResPtr> cReleasers::getHoldings(const cResType* type) const {
+    std::vector<cResPtr> held;
+    const auto [first, end] = holdings.equal_range(type);
+    for (auto entry = first; entry != end; ++entry) held.push_back(entry->second);
+    return held;
+}
+
+void cReleasers::addHoldings(const std::vector<cResPtr>& resources) {
+    if (resources.empty()) return;
+
+    const bool generic = dynamic_cast<const cResTypeGen*>(resources.front()->getResType()) != nullptr;
+    const std::size_t taken = generic ? 1 : resources.size();
+    for (std::size_t i = 0; i < taken; ++i) addHolding(resources[i]);
+}
+
+void cReleasers::addHolding(const cResPtr& resource) {
+    const auto* added = dynamic_cast<const cResGen*>(resource.get());
+    const auto present = holdings.find(resource->getResType());
+    auto* holding = present == holdings.end() ? nullptr : dynamic_cast<cResGen*>(present->second.get());
+    if (added != nullptr && holding != nullptr)
+        holding->add(*added);
+    else
+        holdings.emplace(resource->getResType(), resource);
+}
+
+double cReleasers::countOf(const std::string& keyword, const cResType* type) const {
+    const auto [first, end] = holdings.equal_range(type);
+    if (keyword != "Count" || first == end) return 0.0;
+    if (const auto* holding = dynamic_cast<const cResGen*>(first->second.get())) return holding->getAmount();
+    return static_cast<double>(std::distance(first, end));
+}

@@ -1,0 +1,23 @@
+#include "flow/resourceOrder.h"
+
+#include "language/symbols.h"
+
+double keyOf(const cResPtr& resource, const cExpression& key, const std::string& owner, cSymbols& symbols) {
+    const cSymbols::cResourceInHand inHand(symbols, resource.get());
+    return key.evaluate(owner);
+}
+
+std::vector<cResPtr> orderedByKey(const std::vector<cResPtr>& candidates, const cExpression& key,
+                                  const std::string& owner, cSymbols& symbols) {
+    std::vector<cResPtr> ordered;
+    for (const cResPtr& candidate : candidates) {
+        const double candidateKey = keyOf(candidate, key, owner, symbols);
+        auto place = ordered.begin();
+        while (place != ordered.end() && !(keyOf(*place, key, owner, symbols) > candidateKey)) {
+            ++place;
+            symbols.breathe();
+        }
+        ordered.insert(place, candidate);
+    }
+    return ordered;
+}

@@ -1,0 +1,70 @@
+#include "kernel/combi.h"
+
+#include "flow/link.h"
+#include "kernel/trace.h"
+#include "language/rounding.h"
+#include "language/symbols.h"
+
+#include <utility>
+
+namespace {
+
+constexpr const char* alwaysOpen = "1";
+
+}  // namespace
+
+cNodeActCombi::cNodeActCombi() : priority(*network().symbols, "0"), semaphore(*network().symbols, alwaysOpen) {
+    takeDefaultName("Combi");
+}
+
+cNodeActCombi::~cNodeActCombi() {
+    std::erase_if(network().combis, [this](const auto& entry) { return entry.second == this; });
+}
+
+bool cNodeActCombi::mayAttempt() const { return semaphore.getText() != alwaysOpen || queueChanged; }
+
+bool cNodeActCombi::attempt() {
+    if (!isTrue(semaphore.evaluate())) {
+        traceAttempt(network(), getName(), attemptResult::semaphore);
+        return false;
+    }
+    if (!queuesSupport()) {
+        queueChanged = false;
+        traceAttempt(network(), getName(), attemptResult::queueSupport);
+        return false;
+    }
+    activeMark = true;  // until the end of an instance lowers it
+    traceAttempt(network(), getName(), attemptResult::success);
+    beforeDraws();
+    drawFromQueues();
+    startInstance(std::exchange(holdings, {}), network().simTime, durationByExpression);
+    refreshElement();
+    return true;
+}
+
+bool cNodeActCombi::queuesSupport() {
+    for (const auto& [name, link] : getInLinks())
+        if (!isTrue(link->evaluateEnough())) return false;
+    return true;
+}
+
+void cNodeActCombi::drawFromQueues() {
+    for (const auto& [name, link] : getInLinks()) addHoldings(link->draw());
+}
+
+void cNodeActCombi::beforeDraws() { runStatementList(beforeDrawsStatements, network()); }
+
+std::int32_t cNodeActCombi::currentPriority() const { return truncateToInt32(priority.evaluate()); }
+
+void cNodeActCombi::resetElement() {
+    beforeDrawsStatements.clear();
+    cNodeAct::resetElement();
+}
+
+void cNodeActCombi::setPriorityText(const std::string& text) { priority.compile(text, cExpression::eTrial::run, {}); }
+
+void cNodeActCombi::setSemaphoreText(const std::string& text) { semaphore.compile(text, cExpression::eTrial::run, {}); }
+
+void cNodeActCombi::addBeforeDrawsStatement(const std::string& text) {
+    beforeDrawsStatements.push_back(std::make_unique<cStatement>(text));
+}

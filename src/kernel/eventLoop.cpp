@@ -1,0 +1,160 @@
+// The members of the network that drive Combis and activities: the checks before a run, the main loop, the clock.
+
+#include "flow/link.h"
+#include "kernel/combi.h"
+#include "kernel/network.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::int32_t runIsOn = 1;
+
+[[noreturn]] void refuseToStart(const std::string& reason) {
+    throw cException{failureCode::startUp, "Simulation failed to start.\n" + reason, {}, {}};
+}
+
+void checkElement(const cNetworkElement& element) {
+    const auto* link = dynamic_cast<const cLink*>(&element);
+    if (link != nullptr && (link->getPredNode() == nullptr || link->getSuccNode() == nullptr))
+        refuseToStart("One or more links not connected properly.");
+
+    const auto* combi = dynamic_cast<const cNodeActCombi*>(&element);
+    if (combi != nullptr && combi->getInLinks().empty())
+        refuseToStart("Combi \"" + combi->getName() + "\" does not have any inlinks and will be started infinitely.");
+}
+
+/// Raises a flag for the length of a scope.
+class cRaised {
+public:
+    explicit cRaised(bool& raisedFlag) : flag(raisedFlag) { flag = true; }
+    ~cRaised() { flag = false; }
+    cRaised(const cRaised&) = delete;
+    cRaised& operator=(const cRaised&) = delete;
+
+private:
+    bool& flag;
+};
+
+}  // namespace
+
+void cNetwork::startUpChecks() const { forEachElement(checkElement); }
+
+void cNetwork::runSimulation() {
+    if (simulating)
+        throw cException{
+            failureCode::statement, "SIMULATE can't run inside a simulation in statement:\nSIMULATE", {}, {}};
+
+    const cRaised running(simulating);
+    startUpChecks();
+    runBeforeTimeAdvance();
+    simTime = 0.0;
+    runAfterTimeAdvance();
+    simulate();
+}
+
+/// The first test is weaker than the second on purpose: with a stop asked for and a true condition, the loop goes
+/// through one more activation phase before the second test ends it.
+void cNetwork::simulate() {
+    for (const auto& [name, combi] : combis) combi->markQueueChanged();
+    for (;;) {
+        if (isTrue(endCondition.evaluate()) && !stopRequested) return;
+        processHostEvents();
+        turnsWithoutEvents = 0;
+        orderCombis();
+        startCombis();
+        if (isTrue(endCondition.evaluate()) || stopRequested) return;
+        if (!advanceClock()) return;
+    }
+}
+
+void cNetwork::orderCombis() {
+    combiOrder.clear();
+    for (const auto& [name, combi] : combis) {
+        const std::int32_t priority = combi->currentPriority();
+        std::int32_t stoppedAt = 0;
+        auto place = combiOrder.begin();
+        for (; place != combiOrder.end(); ++place) {
+            stoppedAt = (*place)->currentPriority();
+            if (priority >= stoppedAt) break;
+        }
+        if (place != combiOrder.end() && priority == stoppedAt) {
+            const auto hasLowerId = [combi](const cNodeActCombi* other) {
+                return combi->getElementId() > other->getElementId();
+            };
+            place = std::find_if_not(place, combiOrder.end(), hasLowerId);
+        }
+        combiOrder.insert(place, combi);
+    }
+}
+
+/// The activation phase. A Combi starts as many instances in a row as it can, and all are tried again as long as a pass
+/// started anything, since a start can change what other Combis see. An instance of duration zero breaks both repeats:
+/// it is to end, and release what it holds, before anything else is tried.
+void cNetwork::startCombis() {
+    bool sawInstantStart = false;
+    bool anyStart = true;
+    while (anyStart && !sawInstantStart) {
+        anyStart = false;
+        for (std::size_t i = 0; i < combiOrder.size(); ++i)
+            startAsOftenAsPossible(*combiOrder[i], anyStart, sawInstantStart);
+    }
+}
+
+void cNetwork::startAsOftenAsPossible(cNodeActCombi& combi, bool& anyStart, bool& sawInstantStart) {
+    if (!combi.mayAttempt()) return;
+
+    while (combi.attempt()) {
+        anyStart = true;
+        const cActInstance* started = combi.latestInstance();
+        if (started != nullptr && started->getDuration() == 0.0 && simState == runIsOn) {
+            sawInstantStart = true;
+            return;
+        }
+        breathe();
+    }
+}
+
+bool cNetwork::advanceClock() {
+    if (simState != runIsOn || calendar.empty()) return false;
+
+    runBeforeTimeAdvance();
+    simTime = calendar.front()->getEndTime();
+    runAfterTimeAdvance();
+    endInstancesAt(simTime);
+    return true;
+}
+
+/// All ends of one time come before Combis are tried again, those too that are put on the calendar meanwhile.
+void cNetwork::endInstancesAt(double time) {
+    while (!calendar.empty() && calendar.front()->getEndTime() == time) {
+        const std::shared_ptr<cActInstance> instance = calendar.front();
+        calendar.pop_front();
+        if (stopRequested) return;
+
+        if (cNodeAct* activity = activityOf(*instance)) activity->endInstance(instance->getInstanceId());
+        breathe();
+    }
+}
+
+/// The activity is looked up, as the instance only points at it: by the name that it had at the start, or, if it has
+/// been renamed since, among all.
+cNodeAct* cNetwork::activityOf(const cActInstance& instance) const {
+    auto* named = findElement<cNodeAct>(instance.getOwnerName());
+    if (named != nullptr && named == instance.getOwnerActivity()) return named;
+
+    cNodeAct* owner = nullptr;
+    forEachElement([&](cNetworkElement& element) {
+        auto* activity = dynamic_cast<cNodeAct*>(&element);
+        if (activity != nullptr && activity == instance.getOwnerActivity()) owner = activity;
+    });
+    return owner;
+}
+
+/// An end time isn't checked: an instance of negative duration goes to the front, and the clock then runs backwards.
+void cNetwork::scheduleInstance(std::shared_ptr<cActInstance> instance) {
+    if (simState != runIsOn) return;
+    const auto endsLater = [&](const auto& scheduled) { return !(scheduled->getEndTime() <= instance->getEndTime()); };
+    const auto place = std::find_if(calendar.begin(), calendar.end(), endsLater);
+    calendar.insert(place, std::move(instance));
+}

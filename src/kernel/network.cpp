@@ -1,0 +1,51 @@
+#include "kernel/network.h"
+
+#include "language/symbols.h"
+
+#include <chrono>
+
+namespace {
+
+constexpr int turnsPerBreath = 4096;
+constexpr int deepestNesting = 200;
+
+}  // namespace
+
+void runStatementList(const cStatementList& list, cNetwork& network) {
+    for (std::size_t i = 0; i < list.size(); ++i) list[i]->execute(network);
+}
+
+std::int64_t cNetwork::calendarSeconds() {
+    const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::seconds>(sinceEpoch).count();
+}
+
+void cNetwork::runStatements() { runStatementList(statements, *this); }
+
+void cNetwork::runBeforeTimeAdvance() { runStatementList(beforeTimeAdvance, *this); }
+
+void cNetwork::runAfterTimeAdvance() {
+    runStatementList(afterTimeAdvance, *this);
+
+    std::vector<const cStatement*> due;
+    for (const cConditional& conditional : conditionalStatements)
+        if (isTrue(conditional.condition->evaluate())) due.push_back(conditional.statement.get());
+    for (const cStatement* statement : due) statement->execute(*this);
+}
+
+void cNetwork::breathe() {
+    if (++turnsWithoutEvents < turnsPerBreath) return;
+    turnsWithoutEvents = 0;
+    processHostEvents();
+}
+
+cResType* cNetwork::findResourceType(const std::string& name) const {
+    const auto entry = resourceTypes.find(name);
+    return entry == resourceTypes.end() ? nullptr : entry->second.get();
+}
+
+cNetwork::cNesting::cNesting(cNetwork& owner, const cStatement& statement) : network(owner) {
+    if (network.statementDepth >= deepestNesting)
+        throw cException{failureCode::statement, "Endless recursion in statement:\n" + statement.getText(), {}, {}};
+    ++network.statementDepth;
+}

@@ -1,0 +1,68 @@
+// How a network comes to be, what it forgets between replications and runs, and how it ends.
+
+#include "kernel/activityInstance.h"
+#include "kernel/element.h"
+#include "kernel/network.h"
+#include "kernel/runStatistics.h"
+#include "kernel/trace.h"
+#include "language/symbols.h"
+
+#include <cassert>
+
+namespace {
+
+cNetwork* networkOfProcess = nullptr;
+
+constexpr const char* noEndCondition = "0";
+
+}  // namespace
+
+cNetwork& cNetwork::current() {
+    assert(networkOfProcess != nullptr);
+    return *networkOfProcess;
+}
+
+cNetwork::cNetwork(cClock secondsSource)
+    : clock(std::move(secondsSource)),
+      symbols(std::make_unique<cSymbols>(*this, clock())),
+      runStatistics(std::make_unique<cRunStatistics>(*this)),
+      endCondition(*symbols, noEndCondition) {
+    networkOfProcess = this;
+    emptyTrace();
+}
+
+cNetwork::~cNetwork() {
+    calendar.clear();
+    combis.clear();
+    elements.clear();
+    resourceTypes.clear();
+    if (networkOfProcess == this) networkOfProcess = nullptr;
+}
+
+void cNetwork::emptyTrace() { traceLines.assign(1, std::string(traceHeader)); }
+
+void cNetwork::resetRun() {
+    paused = false;
+    calendar.clear();
+    combiOrder.clear();
+    simTime = 0.0;
+    emptyTrace();
+    for (const auto& [name, type] : resourceTypes)
+        if (auto* characterized = dynamic_cast<cResTypeChar*>(type.get())) characterized->instanceCount = 0;
+    forEachElement([](cNetworkElement& element) { element.resetElement(); });
+}
+
+void cNetwork::clearNetwork() {
+    resetRun();
+    replications = 1;
+    symbols->forgetNames();
+    variables.clear();
+    saveValues.clear();
+    resultExpressions.clear();
+    statements.clear();
+    endCondition.compile(noEndCondition, cExpression::eTrial::skip, {});
+    afterTimeAdvance.clear();
+    beforeTimeAdvance.clear();
+    conditionalStatements.clear();
+    simState = 0;
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "kernel/element.h"
+
+#include <map>
+#include <string>
+
+class cLink;
+
+/// An element that links join.
+class cNode : public cNetworkElement {
+public:
+    /// Detaches all links.
+    ~cNode() override;
+
+    /// Enters a link under its name. A link that stood there under the same name loses this end.
+    virtual void addInLink(cLink* link);
+    virtual void addOutLink(cLink* link);
+    /// Takes a link out; does nothing if it isn't there.
+    virtual void removeInLink(cLink* link);
+    virtual void removeOutLink(cLink* link);
+
+    /// The links by the names they had when they were attached. Walks follow the byte order of the names, not the order
+    /// of creation: it decides the order of draws and releases.
+    const std::map<std::string, cLink*>& getInLinks() const { return inLinks; }
+    const std::map<std::string, cLink*>& getOutLinks() const { return outLinks; }
+
+private:
+    std::map<std::string, cLink*> inLinks;
+    std::map<std::string, cLink*> outLinks;
+};

@@ -1,0 +1,185 @@
+#include "kernel/queue.h"
+
+#include "flow/link.h"
+#include "flow/resourceOrder.h"
+#include "kernel/combi.h"
+#include "kernel/trace.h"
+#include "language/symbols.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+cNodeQueue::cNodeQueue() : initialContent(*network().symbols, "0"), orderKey(*network().symbols, "TimeIn") {
+    takeDefaultName("Queue");
+}
+
+/// Every change of the content begins here: the time segment since the last change ends.
+void cNodeQueue::closeSegment() {
+    const double now = network().simTime;
+    statistics.prevCount = statistics.curCount;
+    statistics.lastChangeCopy = now;
+    statistics.areaUnderCount += (now - statistics.lastChange) * statistics.curCount;
+    statistics.lastChange = now;
+}
+
+void cNodeQueue::receive(cResPtr resource) {
+    closeSegment();
+    if (isGeneric())
+        receiveAmount(resource);
+    else if (isCharacterized())
+        receiveInstance(resource);
+    if (statistics.curCount > statistics.maxCont) statistics.maxCont = statistics.curCount;
+    redrawQueue();
+}
+
+void cNodeQueue::receiveAmount(const cResPtr& resource) {
+    const auto* received = dynamic_cast<const cResGen*>(resource.get());
+    if (received == nullptr) failOnFamily(*resource);
+
+    accumulator().add(*received);
+    statistics.curCount += received->getAmount();
+    statistics.totCount += received->getAmount();
+    runEntryCode(*resource);
+}
+
+void cNodeQueue::receiveInstance(const cResPtr& resource) {
+    auto* received = dynamic_cast<cResChar*>(resource.get());
+    if (received == nullptr) failOnFamily(*resource);
+
+    const cSymbols::cResourceInHand inHand(*network().symbols, received);
+    received->timeIn = network().simTime;
+    received->holderElement = this;
+    const double key = orderKeyOf(resource);
+    const auto isBehind = [&](const cResPtr& waiting) { return orderKeyOf(waiting) > key; };
+    contentsList.insert(std::find_if(contentsList.begin(), contentsList.end(), isBehind), resource);
+    statistics.curCount += 1.0;
+    statistics.totCount += 1.0;
+    runEntryCode(*received);
+}
+
+void cNodeQueue::runEntryCode(cRes& resource) {
+    cSymbols& symbols = *network().symbols;
+    symbols.currentResource = &resource;
+    onEntry();
+    symbols.currentResource = nullptr;
+}
+
+void cNodeQueue::onEntry() {
+    traceEntry(network());
+    network().eventPoint();
+    runStatementList(onEntryStatements, network());
+}
+
+void cNodeQueue::onDrawFrom() {
+    traceDraw(network(), getName(), statistics.curCount, statistics.totCount);
+    network().eventPoint();
+}
+
+double cNodeQueue::orderKeyOf(const cResPtr& resource) const {
+    return keyOf(resource, orderKey, {}, *network().symbols);
+}
+
+double cNodeQueue::drawAmount(double amount) {
+    closeSegment();
+    const double taken = amount < statistics.curCount ? amount : statistics.curCount;
+    if (isGeneric()) {
+        accumulator().subtract(amount);
+        statistics.curCount = accumulator().getAmount();
+        if (statistics.curCount < statistics.minCont) statistics.minCont = statistics.curCount;
+    }
+    markCombis();
+    redrawQueue();
+    onDrawFrom();
+    return taken;
+}
+
+cResPtr cNodeQueue::drawInstance(const cResPtr& resource) {
+    closeSegment();
+    const auto place = std::find(contentsList.begin(), contentsList.end(), resource);
+    if (place == contentsList.end()) {
+        markCombis();
+        redrawQueue();
+        onDrawFrom();
+        return nullptr;
+    }
+    contentsList.erase(place);
+    statistics.curCount = static_cast<double>(contentsList.size());
+    redrawQueue();
+    onDrawFrom();
+    if (auto* drawn = dynamic_cast<cResChar*>(resource.get())) drawn->holderElement = nullptr;
+    return resource;
+}
+
+void cNodeQueue::markCombis() {
+    for (const auto& [name, link] : getOutLinks())
+        if (auto* combi = dynamic_cast<cNodeActCombi*>(link->getSuccNode())) combi->markQueueChanged();
+}
+
+void cNodeQueue::setResType(cResType* newType) {
+    if (newType == getResType()) return;
+    cHomogHolder::setResType(newType);
+    emptyContents();
+}
+
+void cNodeQueue::emptyContents() {
+    contentsList.clear();
+    if (isGeneric()) contentsList.push_back(std::make_shared<cResGen>(getResType(), 0.0));
+}
+
+cResGen& cNodeQueue::accumulator() const { return static_cast<cResGen&>(*contentsList.front()); }
+
+void cNodeQueue::failOnFamily(const cRes& resource) {
+    const std::string received = resource.getResType() == nullptr ? "" : resource.getResType()->getTypeName();
+    elementError.code = failureCode::expression;
+    elementError.message = "Queue \"" + getName() + "\" of type \"" + getResType()->getTypeName() +
+                           "\" can't hold a resource of type \"" + received + "\".";
+    elementError.location = "In queue " + getName();
+    throw cException{elementError};
+}
+
+double cNodeQueue::getAttribute(const std::string& keyword) {
+    struct cRow {
+        std::string_view keyword;
+        double (*value)(const cNodeQueue&);
+    };
+    static constexpr std::array rows{
+        cRow{"LastAmtReceived", [](const cNodeQueue&) { return 0.0; }},  // nothing has ever recorded it
+        cRow{"CurCount", [](const cNodeQueue& queue) { return queue.statistics.curCount; }},
+        cRow{"AveCont",
+             [](const cNodeQueue& queue) {
+                 const cStatistics& s = queue.statistics;
+                 return s.totCount == 0.0 ? 0.0 : s.areaUnderCount / queue.network().simTime;
+             }},
+        cRow{"AveWait",  // by Little's law, with the area as of the last change
+             [](const cNodeQueue& queue) {
+                 const cStatistics& s = queue.statistics;
+                 return s.lastChangeCopy == 0.0 ? 0.0 : s.areaUnderCount / s.totCount;
+             }},
+        cRow{"MaxCont", [](const cNodeQueue& queue) { return queue.statistics.maxCont; }},
+        cRow{"MinCont", [](const cNodeQueue& queue) { return queue.statistics.minCont; }},
+        cRow{"TotCount", [](const cNodeQueue& queue) { return queue.statistics.totCount; }},
+    };
+    for (const cRow& row : rows)
+        if (row.keyword == keyword) return row.value(*this);
+
+    elementError.message = "Invalid keyword " + keyword;
+    elementError.location = "In queue " + getName();
+    throw cException{elementError};
+}
+
+void cNodeQueue::resetElement() {
+    statistics = {};
+    onEntryStatements.clear();
+    emptyContents();
+}
+
+void cNodeQueue::setOrderKeyText(const std::string& text) { orderKey.compile(text, cExpression::eTrial::run, {}); }
+
+void cNodeQueue::setInitialContentText(const std::string& text) {
+    initialContent.compile(text, cExpression::eTrial::run, {});
+}
+
+void cNodeQueue::addOnEntryStatement(const std::string& text) {
+    onEntryStatements.push_back(std::make_unique<cStatement>(text));
+}

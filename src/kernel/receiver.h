@@ -1,0 +1,18 @@
+#pragma once
+
+#include "flow/resource.h"
+#include "kernel/node.h"
+
+/// A node that resources can flow into. An activity's end is one burst of flow, told to each successor in this order:
+/// `flowBegin`, any number of `receive`, `flowEnd`, the end code of the activity, `flowSettle`.
+class cNodeReceiver : public virtual cNode {
+public:
+    /// A burst of flow is about to come.
+    virtual void flowBegin() = 0;
+    /// Takes a resource in.
+    virtual void receive(cResPtr resource) = 0;
+    /// The firing is over.
+    virtual void flowSettle() = 0;
+    /// The burst is over, and what came can be acted on.
+    virtual void flowEnd() = 0;
+};

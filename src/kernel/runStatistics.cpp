@@ -1,0 +1,99 @@
+#include "kernel/runStatistics.h"
+
+#include "kernel/element.h"
+#include "kernel/network.h"
+#include "kernel/resultColumns.h"
+#include "language/numberText.h"
+#include "language/symbols.h"
+
+#include <fstream>
+#include <limits>
+#include <system_error>
+
+namespace {
+
+constexpr std::size_t flushThreshold = 1000;
+
+}  // namespace
+
+cRunStatistics::cRunStatistics(cNetwork& measured) : network(measured) {
+    std::error_code noDirectory;
+    temporaryPath = std::filesystem::temp_directory_path(noDirectory) / "my_temp_file.txt";
+}
+
+void cRunStatistics::resetResults() {
+    replicationCount = 0;
+    pendingLines.clear();
+    printTexts.clear();
+    fileComplete = true;
+    std::error_code notThere;
+    std::filesystem::remove(temporaryPath, notThere);
+    prepare();
+}
+
+void cRunStatistics::prepare() {
+    labels.clear();
+    for (const auto& [label, text] : network.resultExpressions) labels.push_back(label);
+    const std::vector<std::string> names = columnNames();
+    means.assign(names.size(), 0.0);
+    squaredDeviations.assign(names.size(), 0.0);
+
+    std::ofstream file(temporaryPath, std::ios::binary | std::ios::trunc);
+    file << "Num";
+    for (const std::string& name : names) file << ',' << name;
+    file.close();
+    if (!file) fileComplete = false;
+}
+
+std::vector<std::string> cRunStatistics::columnNames() const {
+    std::vector<std::string> names{"SimTime"};
+    names.insert(names.end(), labels.begin(), labels.end());
+    network.forEachElement([&](const cNetworkElement& element) {
+        for (const std::string_view suffix : columnSuffixes(element))
+            names.push_back(element.getName() + std::string(suffix));
+    });
+    return names;
+}
+
+std::vector<double> cRunStatistics::currentRow() const {
+    std::vector<double> row{network.simTime};
+    for (const std::string& label : labels) {
+        const cExpression expression(*network.symbols, network.resultExpressions[label]);
+        row.push_back(expression.evaluate());
+    }
+    network.forEachElement([&](cNetworkElement& element) { appendColumnValues(element, row); });
+    row.resize(means.size(), std::numeric_limits<double>::quiet_NaN());  // an element may have gone since the header
+    return row;
+}
+
+/// Means and squared deviations by Welford's recurrence (1962).
+void cRunStatistics::gatherReplication() {
+    const std::vector<double> row = currentRow();
+    ++replicationCount;
+    for (std::size_t column = 0; column < row.size(); ++column) {
+        const double delta = row[column] - means[column];
+        means[column] += delta / replicationCount;
+        squaredDeviations[column] += (row[column] - means[column]) * delta;
+    }
+    pendingLines.push_back(formLine(row));
+    if (pendingLines.size() >= flushThreshold) flushLines();
+}
+
+std::string cRunStatistics::formLine(const std::vector<double>& row) const {
+    std::string line = std::to_string(replicationCount) + ',';
+    for (const double value : row) line += fixedText(value) + ',';
+    return line;
+}
+
+/// The header has no line end, so the first line continues it: the file has always looked like this.
+void cRunStatistics::flushLines() {
+    std::ofstream file(temporaryPath, std::ios::binary | std::ios::app);
+    if (!file) {
+        fileComplete = false;
+        return;
+    }
+    for (const std::string& line : pendingLines) file << line << '\n';
+    file.close();
+    if (!file) fileComplete = false;
+    pendingLines.clear();
+}

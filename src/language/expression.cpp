@@ -1,0 +1,159 @@
+#include "language/expression.h"
+
+#include "language/exception.h"
+#include "language/rounding.h"
+
+#include <exception>
+#include <string_view>
+
+namespace {
+
+constexpr std::string_view getOpening = "GET(\"";
+constexpr std::size_t getClosingLength = 2;  // the quote and the bracket, which nobody inspects
+constexpr std::size_t shortestGet = 8;
+
+std::string withoutQuotes(std::string text) {
+    if (text.find('\'') == std::string::npos) return text;
+    text.pop_back();
+    if (!text.empty()) text.erase(0, 1);
+    return text;
+}
+
+bool isOpening(const cOperator& row) { return row.name == "(" || row.name == "["; }
+
+}  // namespace
+
+/// A value on its way to an operator: an operand, which is resolved only when its operator takes it, or a result.
+struct cExpression::cValue {
+    const std::string* operand = nullptr;
+    double number = 0.0;
+};
+
+cExpression::cExpression(cEvaluationContext& model, std::string newText, eTrial trial, const std::string& owner)
+    : context(&model) {
+    compile(withoutQuotes(std::move(newText)), trial, owner);
+}
+
+void cExpression::compile(std::string newText, eTrial trial, const std::string& owner) {
+    text = std::move(newText);
+    postfix.clear();
+
+    std::exception_ptr failure;
+    std::vector<cToken> tokens = tokenise(owner, failure);
+    const bool isGet = !tokens.empty() && tokens.front().row != nullptr && tokens.front().text == "GET";
+    if (!isGet) {
+        try {
+            convertToPostfix(std::move(tokens));
+        } catch (const cException&) {
+            postfix.clear();
+            if (!failure) throw;
+        }
+    }
+    if (failure) std::rethrow_exception(failure);
+    if (!isGet && trial == eTrial::run) evaluate(owner);
+}
+
+/// Parts the text. An operand with an operator behind it is resolved once, so that a bad attribute shows when the text
+/// is set. The first such failure is kept in `failure` and the text is parted to its end all the same: the expression
+/// can then be evaluated later, when the names it needs are there.
+std::vector<cExpression::cToken> cExpression::tokenise(const std::string& owner, std::exception_ptr& failure) const {
+    std::vector<cToken> tokens;
+    std::size_t begin = 0;
+    for (std::size_t position = 0; position < text.size();) {
+        const cOperator* row = operatorAt(text, position, begin);
+        if (row == nullptr) {
+            ++position;
+            continue;
+        }
+        if (position > begin) {
+            tokens.push_back({text.substr(begin, position - begin), nullptr});
+            begin = position;
+            if (!failure) {
+                try {
+                    context->resolve(tokens.back().text, owner);
+                } catch (const cException&) {
+                    failure = std::current_exception();
+                }
+            }
+            continue;  // what begins here now may also be a function
+        }
+        tokens.push_back({std::string(row->name), row});
+        begin = position += row->name.size();
+    }
+    if (begin < text.size()) tokens.push_back({text.substr(begin), nullptr});
+    return tokens;
+}
+
+/// The shunting-yard method (Dijkstra 1961). Brackets left open reach the output and fail at evaluation.
+void cExpression::convertToPostfix(std::vector<cToken> tokens) {
+    std::vector<cToken> waiting;
+    const auto popToOutput = [&] {
+        postfix.push_back(std::move(waiting.back()));
+        waiting.pop_back();
+    };
+    const auto popDownTo = [&](auto isEnd) {
+        while (!waiting.empty() && !isEnd(*waiting.back().row)) popToOutput();
+        if (waiting.empty()) fail({});
+    };
+
+    for (cToken& token : tokens) {
+        const cOperator* row = token.row;
+        if (row == nullptr) {
+            postfix.push_back(std::move(token));
+        } else if (row->kind == eOperatorKind::function || isOpening(*row)) {
+            waiting.push_back(std::move(token));
+        } else if (row->kind == eOperatorKind::separator) {
+            popDownTo(isOpening);
+        } else if (row->name == ")" || row->name == "]") {
+            const std::string_view opening = row->name == ")" ? "(" : "[";
+            popDownTo([&](const cOperator& top) { return top.name == opening; });
+            waiting.pop_back();
+            if (!waiting.empty() && waiting.back().row->kind == eOperatorKind::function) popToOutput();
+        } else {
+            while (!waiting.empty() && !isOpening(*waiting.back().row) &&
+                   waiting.back().row->precedence >= row->precedence)
+                popToOutput();
+            waiting.push_back(std::move(token));
+        }
+    }
+    while (!waiting.empty()) popToOutput();
+}
+
+double cExpression::evaluate(const std::string& owner) const {
+    if (text.starts_with(getOpening) && text.size() >= shortestGet)
+        return context->hostGet(text.substr(getOpening.size(), text.size() - getOpening.size() - getClosingLength));
+
+    std::vector<cValue> values;
+    for (const cToken& token : postfix) {
+        if (token.row == nullptr)
+            values.push_back({&token.text, 0.0});
+        else
+            values.push_back({nullptr, apply(*token.row, values, owner)});
+    }
+    if (values.size() != 1) fail({});
+    return resolveValue(values.back(), owner);
+}
+
+double cExpression::resolveValue(const cValue& value, const std::string& owner) const {
+    return value.operand != nullptr ? context->resolve(*value.operand, owner) : value.number;
+}
+
+/// Takes the arguments of `row` off the values, the last written first, and gives the rounded result.
+double cExpression::apply(const cOperator& row, std::vector<cValue>& values, const std::string& owner) const {
+    std::vector<double> arguments(static_cast<std::size_t>(row.argCount));
+    for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument) {
+        if (values.empty()) fail("Incorrect number of arguments for operator or function in:" + text);
+        *argument = resolveValue(values.back(), owner);
+        values.pop_back();
+    }
+    try {
+        return roundThroughText(applyOperator(row, arguments, context->randomStreams(), *context));
+    } catch (cException& failure) {
+        if (failure.code == failureCode::expression && failure.expressionText.empty()) failure.expressionText = text;
+        throw;
+    }
+}
+
+void cExpression::fail(std::string message) const {
+    throw cException{failureCode::expression, std::move(message), {}, text};
+}

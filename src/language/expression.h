@@ -1,0 +1,58 @@
+#pragma once
+
+#include "language/evaluationContext.h"
+#include "language/operators.h"
+
+#include <exception>
+#include <string>
+#include <vector>
+
+/// A formula of a model: a text, compiled once to postfix tokens, evaluated to one double as often as needed.
+///
+/// The text goes one way: tokens, postfix, value. Tokens are found by searching for the operators' names, so an operand
+/// is any text between two of them, blanks included, and means what the context says at each evaluation. Every result
+/// of an operator is rounded to six decimal places; results of models depend on that. 0 is false and any other value,
+/// a NaN included, is true. There is no unary minus: a negative number is written (0-5).
+class cExpression {
+public:
+    /// Whether a compiled expression is evaluated once and the value dropped: this reports errors when the text is set,
+    /// and it consumes random numbers like any evaluation.
+    enum class eTrial { run, skip };
+
+    /// Takes quotes off the text and compiles it. A text with a single quote in it loses its first and last character.
+    /// @throws cException as `compile` does.
+    cExpression(cEvaluationContext& model, std::string newText, eTrial trial = eTrial::run,
+                const std::string& owner = {});
+
+    /// Replaces the text, quotes and all. The text stays also when compiling or the trial fails.
+    /// @throws cException (code 2, with the text) on unbalanced brackets or commas, and as `evaluate` does.
+    void compile(std::string newText, eTrial trial, const std::string& owner);
+
+    const std::string& getText() const { return text; }
+
+    /// The value now. Doesn't change the expression.
+    /// @param owner the name of the element on whose behalf it runs; empty for global code.
+    /// @throws cException (code 2, with the text) if the text is no formula or an operation fails; what resolving
+    /// throws.
+    double evaluate(const std::string& owner = {}) const;
+
+private:
+    struct cToken {
+        std::string text;
+        const cOperator* row = nullptr;  // null for an operand, also for one that spells a function's name
+    };
+    struct cValue;
+
+    std::vector<cToken> tokenise(const std::string& owner, std::exception_ptr& failure) const;
+    void convertToPostfix(std::vector<cToken> tokens);
+    double resolveValue(const cValue& value, const std::string& owner) const;
+    double apply(const cOperator& row, std::vector<cValue>& values, const std::string& owner) const;
+    [[noreturn]] void fail(std::string message) const;
+
+    cEvaluationContext* context;
+    std::string text;
+    std::vector<cToken> postfix;
+};
+
+/// The one test for truth of the language: any value but 0.0, a NaN included.
+inline bool isTrue(double value) { return value != 0.0; }
