@@ -1,0 +1,361 @@
+#include "model/modelReader.h"
+
+#include "flow/link.h"
+#include "kernel/combi.h"
+#include "kernel/network.h"
+#include "language/compilation.h"
+#include "language/numberText.h"
+#include "language/rounding.h"
+#include "language/words.h"
+#include "model/lineSource.h"
+#include "model/modelBuilder.h"
+#include "model/modelStatement.h"
+#include "model/propertyTable.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <map>
+#include <optional>
+#include <system_error>
+#include <tuple>
+
+namespace {
+
+constexpr std::string_view codeMark = "<CODE>";
+constexpr double firstPosition = 200.0;              // where a new element lies until its position is read
+constexpr std::int32_t largestCounter = 2000000000;  // leaves room for the elements of any model
+
+/// The forms of element statements: the words they need, the keyword included, and whether the third is a type.
+struct cElementForm {
+    std::string_view keyword;
+    std::size_t words;
+    bool isTyped;
+};
+
+constexpr std::array elementForms{
+    cElementForm{"COMBI", 2, false},       cElementForm{"NORMAL", 2, false},   cElementForm{"CONSOLIDATOR", 2, false},
+    cElementForm{"QUEUE", 3, true},        cElementForm{"ASSEMBLER", 3, true}, cElementForm{"DISASSEMBLER", 3, true},
+    cElementForm{"FORK", 3, true},         cElementForm{"DYNAFORK", 3, true},  cElementForm{"FUSIONQUEUE", 3, false},
+    cElementForm{"RELEASELINK", 4, false}, cElementForm{"DRAWLINK", 4, false}, cElementForm{"FLOWLINK", 4, false},
+};
+
+const cElementForm* findElementForm(const std::string& keyword) {
+    const auto* form = std::ranges::find(elementForms, keyword, &cElementForm::keyword);
+    return form == elementForms.end() ? nullptr : form;
+}
+
+std::optional<eLinkKind> linkKindOf(std::string_view keyword) {
+    if (keyword == "DRAWLINK") return kindDraw;
+    if (keyword == "RELEASELINK") return kindRelease;
+    if (keyword == "FLOWLINK") return kindFlow;
+    return std::nullopt;
+}
+
+bool isTypeKind(const std::string& word) {
+    return word == typeKindWord::generic || word == typeKindWord::characterized || word == typeKindWord::compound;
+}
+
+std::string shortened(const std::string& text, std::size_t longest) {
+    return text.size() <= longest ? text : text.substr(0, longest) + "...";
+}
+
+/// A text of the file, short enough for a message.
+std::string quoted(const std::string& text) {
+    constexpr std::size_t longest = 60;
+    return '"' + shortened(text, longest) + '"';
+}
+
+std::string describe(const cException& failure) {
+    std::string text = failure.message.empty() ? "not an expression" : failure.message;
+    if (!failure.location.empty()) text += " (" + failure.location + ')';
+    std::ranges::replace(text, '\n', ' ');
+    constexpr std::size_t longest = 200;
+    return shortened(text, longest);
+}
+
+/// Reads one file. Each test of the format is a member; `readLine` makes them in order.
+class cReader {
+public:
+    cReader(std::istream& text, cModelBuilder& modelBuilder)
+        : lines(text), builder(modelBuilder), network(modelBuilder.network()) {}
+
+    cModelReading read();
+
+private:
+    bool readLine(const std::string& line);
+    void readType();
+    void readElement(const cElementForm& form);
+    void readLink(const std::shared_ptr<cLink>& link, eLinkKind kind);
+    void joinEnd(cLink& link, std::size_t word, bool (cModelBuilder::*attach)(cLink&, cNetworkElement&));
+    void setLinkType(cLink& link);
+    void enter(const std::shared_ptr<cNetworkElement>& element);
+    void readCode();
+    void declareNames(const std::string& code, std::size_t line);
+    void readSaveProps();
+    void readProperty(ePropertyTest test);
+    void readPosition();
+    void readConnectionPoints();
+    void readCounter();
+    void retryExpressions();
+
+    bool isComplete(std::size_t words);
+    cNetworkElement* lookUp(const std::string& name);
+    cResType* lookUpType(const std::string& name);
+    void warn(const std::string& message) { reading.warnings.push_back({lines.lineNumber(), message}); }
+
+    /// A property whose value failed as an expression, to be tried once more.
+    struct cFailed {
+        std::size_t line;
+        const cProperty* property;
+        std::string value;
+    };
+
+    cLineSource lines;
+    cModelBuilder& builder;
+    cNetwork& network;
+    cModelStatement statement{{}};
+    cModelReading reading;
+    std::map<std::pair<std::string, std::string_view>, cFailed> failed;  // by element and keyword: the last counts
+};
+
+cModelReading cReader::read() {
+    std::string line;
+    while (lines.next(line))
+        if (!line.empty() && !readLine(line)) break;
+    retryExpressions();
+    builder.finish();
+
+    bool hasElement = false;
+    network.forEachElement([&](const cNetworkElement&) { hasElement = true; });
+    reading.isRunnable = hasElement || reading.globalCode.find_first_not_of(" \t\r\n") != std::string::npos;
+    if (!reading.isRunnable) reading.warnings.push_back({0, "holds no model: there is no element and no code"});
+    std::ranges::stable_sort(reading.warnings, {}, &cModelWarning::line);
+    return std::move(reading);
+}
+
+/// @return false where reading stops.
+bool cReader::readLine(const std::string& line) {
+    statement = cModelStatement(line);
+    if (isTypeKind(statement.word(0))) {
+        readType();
+    } else if (holdsElementKeyword(line)) {
+        const cElementForm* form = findElementForm(statement.word(0));
+        if (form == nullptr) {
+            warn("reading stopped here: the line holds an element keyword but begins with " +
+                 quoted(statement.word(0)));
+            return false;
+        }
+        readElement(*form);
+    }
+
+    if (line.find(codeMark) != std::string::npos)
+        readCode();
+    else if (line.find("SAVEPROPS") != std::string::npos)
+        readSaveProps();
+    else
+        readProperty(ePropertyTest::activity);
+    readProperty(ePropertyTest::initialContent);
+    readProperty(ePropertyTest::link);
+
+    statement = cModelStatement(line);  // whole again: the tests for properties have taken from it
+    if (statement.word(0) == "POSNODE") readPosition();
+    if (statement.word(0) == "POSLINK") readConnectionPoints();
+    if (statement.word(0) == "RANKCOUNT") readCounter();
+    return true;
+}
+
+bool cReader::isComplete(std::size_t words) {
+    if (statement.size() >= words) return true;
+    warn(statement.word(0) + " needs " + std::to_string(words - 1) + " words behind it, and there are " +
+         std::to_string(statement.size() - 1));
+    return false;
+}
+
+/// Looks up with insertion: a name that no element has is left in the map, without an element.
+cNetworkElement* cReader::lookUp(const std::string& name) {
+    cNetworkElement* element = network.elements[name].get();
+    if (element == nullptr) warn("there is no element " + quoted(name));
+    return element;
+}
+
+cResType* cReader::lookUpType(const std::string& name) {
+    cResType* type = network.findResourceType(name);
+    if (type == nullptr) warn("there is no resource type " + quoted(name));
+    return type;
+}
+
+/// A type that exists is kept as it is.
+void cReader::readType() {
+    if (!isComplete(2)) return;
+    if (network.findResourceType(statement.word(1)) != nullptr) return;
+    builder.addResourceType(statement.word(1), statement.word(0));
+}
+
+void cReader::readElement(const cElementForm& form) {
+    if (!isComplete(form.words)) return;
+
+    if (const auto kind = linkKindOf(form.keyword)) {
+        const std::shared_ptr<cLink> link = builder.makeLink(statement.word(1));
+        readLink(link, *kind);
+        enter(link);
+        return;
+    }
+    const bool isFusion = form.keyword == "FUSIONQUEUE";
+    const auto element =
+        isFusion ? builder.makeFusionQueue(statement.word(1), statement.word(2))
+                 : builder.makeNode(statement.word(0), form.isTyped ? lookUpType(statement.word(2)) : nullptr);
+    if (element == nullptr)
+        throw cModelError{lines.lineNumber(),
+                          "this version can't build a " + statement.word(0) + ": " + quoted(statement.word(1))};
+    enter(element);
+}
+
+/// The order counts: the ends decide kind and type, and the statement's own words then win.
+void cReader::readLink(const std::shared_ptr<cLink>& link, eLinkKind kind) {
+    joinEnd(*link, 2, &cModelBuilder::attachStart);
+    joinEnd(*link, 3, &cModelBuilder::attachEnd);
+    setLinkType(*link);
+    link->setLinkKind(kind);
+}
+
+void cReader::joinEnd(cLink& link, std::size_t word, bool (cModelBuilder::*attach)(cLink&, cNetworkElement&)) {
+    cNetworkElement* element = lookUp(statement.word(word));
+    if (element != nullptr && !(builder.*attach)(link, *element))
+        warn("link " + quoted(statement.word(1)) + " can't join " + quoted(statement.word(2)) + " to " +
+             quoted(statement.word(3)));
+}
+
+/// With a fifth word, the type of that name; without, that of the start node, else of the end node, if one has a type.
+void cReader::setLinkType(cLink& link) {
+    constexpr std::size_t wordsWithType = 5;
+    if (statement.size() > wordsWithType) return warn(statement.word(0) + " has more words than it takes");
+
+    if (statement.size() == wordsWithType) {
+        if (cResType* type = lookUpType(statement.word(4))) link.setResType(type);
+        return;
+    }
+    for (cNode* end : {link.getPredNode(), link.getSuccNode()}) {
+        const auto* holder = dynamic_cast<const cHomogHolder*>(end);
+        if (holder == nullptr) continue;
+        if (holder->getResType() != link.getResType()) link.setResType(holder->getResType());
+        return;
+    }
+}
+
+/// Enters an element under the name of its statement, also when it could not take that name.
+void cReader::enter(const std::shared_ptr<cNetworkElement>& element) {
+    const std::string& name = statement.word(1);
+    if (!element->setName(name))
+        warn("the name " + quoted(name) + " is taken or not a name; the element is called " +
+             quoted(element->getName()));
+    if (auto* combi = dynamic_cast<cNodeActCombi*>(element.get())) network.combis[name] = combi;
+    network.elements[name] = element;
+    builder.place(*element, firstPosition, firstPosition);
+}
+
+/// Reads up to the closing mark. At the end of the file without one, the last line is not part of the code.
+void cReader::readCode() {
+    const std::size_t opening = lines.lineNumber();
+    std::string code;
+    std::string line;
+    bool isClosed = false;
+    while (lines.next(line)) {
+        isClosed = line.find(codeMark) != std::string::npos;
+        if (isClosed || lines.atEnd()) break;
+        code += line + '\n';
+    }
+    if (!isClosed)
+        reading.warnings.push_back({opening, "the code has no closing <CODE>; the last line of the file is lost"});
+    reading.globalCode = code;
+    builder.setGlobalCode(code);
+    declareNames(code, opening);
+}
+
+/// Runs the declarations alone, so that expressions of elements can be checked against the names.
+void cReader::declareNames(const std::string& code, std::size_t line) {
+    compileCode(network, splitLines(code), eCompiled::declarations);
+    for (const auto& declaration : network.statements) {
+        try {
+            declaration->execute(network);
+        } catch (const cException& failure) {
+            if (failure.code >= failureCode::userStop) throw;
+            const std::string text = quoted(declaration->getText());
+            reading.warnings.push_back({line, "declaration " + text + ": " + describe(failure)});
+        }
+    }
+    network.statements.clear();
+}
+
+void cReader::readSaveProps() {
+    if (isComplete(2)) builder.setSaveProps(statement.word(1), statement.rest(2));
+}
+
+/// An empty value leaves what the element has.
+void cReader::readProperty(ePropertyTest test) {
+    const cProperty* property = findProperty(test, statement.word(0));
+    if (property == nullptr || !isComplete(2)) return;
+
+    const std::string name = statement.word(1);
+    cNetworkElement* element = lookUp(name);
+    const std::string value = statement.takeValue();
+    if (element == nullptr || value.empty()) return;
+    failed.erase({name, property->keyword});
+    try {
+        if (!property->set(*element, property->keyword, value))
+            warn(quoted(name) + " has no " + std::string(property->keyword));
+    } catch (const cException& failure) {
+        if (failure.code >= failureCode::userStop) throw;
+        failed[{name, property->keyword}] = {lines.lineNumber(), property, value};
+    }
+}
+
+/// Every name that the file declares is there now.
+void cReader::retryExpressions() {
+    std::vector<std::tuple<std::size_t, std::string, cFailed>> inOrder;
+    for (const auto& [key, entry] : failed) inOrder.emplace_back(entry.line, key.first, entry);
+    std::ranges::sort(inOrder, {}, [](const auto& entry) { return std::get<0>(entry); });
+    for (const auto& [line, name, entry] : inOrder) {
+        auto* element = network.findElement(name);
+        if (element == nullptr) continue;
+        try {
+            entry.property->set(*element, entry.property->keyword, entry.value);
+        } catch (const cException& failure) {
+            if (failure.code >= failureCode::userStop) throw;
+            reading.warnings.push_back({line, std::string(entry.property->keyword) + " of " + quoted(name) + ", " +
+                                                  quoted(entry.value) + ": " + describe(failure)});
+        }
+    }
+}
+
+void cReader::readPosition() {
+    if (!isComplete(4)) return;
+    if (cNetworkElement* element = lookUp(statement.word(1)))
+        builder.place(*element, leadingNumber(statement.word(2)), leadingNumber(statement.word(3)));
+}
+
+void cReader::readConnectionPoints() {
+    if (!isComplete(4)) return;
+    cNetworkElement* element = lookUp(statement.word(1));
+    if (element == nullptr) return;
+    if (auto* link = dynamic_cast<cLink*>(element))
+        builder.setConnectionPoints(*link, truncateToInt32(leadingNumber(statement.word(2))),
+                                    truncateToInt32(leadingNumber(statement.word(3))));
+    else
+        warn(quoted(statement.word(1)) + " is no link");
+}
+
+/// Raises the counter behind element numbers, never lowers it.
+void cReader::readCounter() {
+    if (statement.size() != 2) return;
+    const std::string& word = statement.word(1);
+    std::int32_t counter = 0;
+    const auto [end, failure] = std::from_chars(word.data(), word.data() + word.size(), counter);
+    if (failure != std::errc{} || end != word.data() + word.size() || counter > largestCounter)
+        return warn("RANKCOUNT " + quoted(word) + " is no counter");
+    if (counter > cNetworkElement::getElementCounter()) cNetworkElement::setElementCounter(counter);
+}
+
+}  // namespace
+
+cModelReading readModel(std::istream& text, cModelBuilder& builder) { return cReader(text, builder).read(); }
