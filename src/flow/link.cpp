@@ -65,8 +65,3 @@ cNodeReceiver& cLink::receiver() const {
 }
 
 void cLink::forSuccessor(void (cNodeReceiver::*operation)()) { (receiver().*operation)(); }
-
-cResType& cLink::requireType() const {
-    if (getResType() != nullptr) return *getResType();
-    throw cException{failureCode::expression, "Link \"" + getName() + "\" has no resource type.", {}, {}};
-}

@@ -56,9 +56,6 @@ public:
     /// The successor as a receiver. @throws cException (code 2) if it is none.
     cNodeReceiver& receiver() const;
 
-    /// The link's own type, which what it makes is labelled with. @throws cException (code 2) if it has none.
-    cResType& requireType() const;
-
     cSymbols& symbols() const { return *network().symbols; }
     cNetwork& model() const { return network(); }
 

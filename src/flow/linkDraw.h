@@ -26,7 +26,7 @@ public:
     /// Characterized: walks the queue by ascending `drawOrder`, equal keys in queue order, until `drawUntil` is not 0,
     /// and takes each resource for which `drawWhere` isn't 0. Keys are worked out anew at each compare.
     /// @return what was drawn; empty if nothing was.
-    /// @throws cException (code 2) if there is no queue or the link has no type, and what rules and code throw.
+    /// @throws cException (code 2) if there is no queue, and what rules and code throw.
     virtual std::vector<cResPtr> draw();
 
 protected:

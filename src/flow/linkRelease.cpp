@@ -20,9 +20,9 @@ void cLinkRelease::release() {
         throw cException{failureCode::expression, message, {}, {}};
     }
     cNodeReceiver& to = link.receiver();
-    if (dynamic_cast<const cResTypeGen*>(&link.requireType()) != nullptr)
+    if (dynamic_cast<const cResTypeGen*>(link.getResType()) != nullptr)
         releaseAmount(*from, to);
-    else
+    else if (dynamic_cast<const cResTypeChar*>(link.getResType()) != nullptr)
         releaseInstances(*from, to);
 }
 

@@ -20,7 +20,8 @@ public:
     /// Generic: sends `releaseAmt` on, whatever the predecessor holds; the ONFLOW code runs before its holding is
     /// lowered. Characterized: walks its holdings of the type by ascending `releaseOrder` until `releaseUntil` is not 0
     /// and sends each for which `releaseWhere` isn't 0; the ONFLOW code runs after the resource was given up.
-    /// @throws cException (code 2) if an end is no node for it or the link has no type, and what rules and code throw.
+    /// A link without a type carries nothing.
+    /// @throws cException (code 2) if an end is no node for it, and what rules and code throw.
     virtual void release();
 
 protected:

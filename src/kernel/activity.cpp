@@ -19,18 +19,6 @@ void raise(double& maximum, double value) {
     if (value > maximum) maximum = value;
 }
 
-/// Makes an instance the current one while its event code runs.
-class cCurrentInstance {
-public:
-    cCurrentInstance(cSymbols& owner, cActInstance* instance) : symbols(owner) { symbols.currentInstance = instance; }
-    ~cCurrentInstance() { symbols.currentInstance = nullptr; }
-    cCurrentInstance(const cCurrentInstance&) = delete;
-    cCurrentInstance& operator=(const cCurrentInstance&) = delete;
-
-private:
-    cSymbols& symbols;
-};
-
 }  // namespace
 
 cActInstance::cActInstance(cNodeAct& owner, std::int32_t id, double start, cHoldings held)
@@ -58,8 +46,9 @@ void cNodeAct::startInstance(cHoldings held, double start, double duration) {
 
     instance->setDuration(duration == durationByExpression ? durationExpr.evaluate() : duration);
     network().scheduleInstance(instance);
+    cSymbols& symbols = *network().symbols;
     {
-        const cCurrentInstance current(*network().symbols, instance.get());
+        const cSymbols::cCurrent current(symbols.currentInstance, instance.get());
         onStart();
     }
     statistics.curInst += 1;
@@ -100,13 +89,13 @@ void cNodeAct::endInstance(std::int32_t instanceId) {
     statistics.curInst -= 1;
     activeMark = true;
     {
-        const cCurrentInstance current(symbols, instance.get());
+        const cSymbols::cCurrent current(symbols.currentInstance, instance.get());
         beforeEnd();
     }
     holdings = instance->getResources();
     sendFlows();
     {
-        const cCurrentInstance current(symbols, instance.get());
+        const cSymbols::cCurrent current(symbols.currentInstance, instance.get());
         onEnd();
     }
     for (const auto& [name, link] : getOutLinks()) link->forSuccessor(&cNodeReceiver::flowSettle);

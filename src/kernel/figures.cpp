@@ -18,7 +18,7 @@ struct cDecimal {
 
 /// All digits of `value`: every double has a finite decimal expansion.
 cDecimal exactDecimal(double value) {
-    std::string text(mostDigitsOfADouble + 16, '\0');
+    std::string text(mostDigitsOfADouble + std::size_t{16}, '\0');  // point, exponent
     const auto printed = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific,
                                        mostDigitsOfADouble);
     const std::string_view view(text.data(), printed.ptr);
@@ -58,7 +58,7 @@ std::string inFixed(const cDecimal& decimal, int decimals) {
         digits.insert(0, static_cast<std::size_t>(1 - pointAt), '0');
         pointAt = 1;
     }
-    digits.resize(static_cast<std::size_t>(pointAt + decimals), '0');
+    digits.resize(static_cast<std::size_t>(pointAt) + static_cast<std::size_t>(decimals), '0');
     if (decimals > 0) digits.insert(static_cast<std::size_t>(pointAt), 1, '.');
     return digits;
 }

@@ -59,10 +59,8 @@ void cNodeQueue::receiveInstance(const cResPtr& resource) {
 }
 
 void cNodeQueue::runEntryCode(cRes& resource) {
-    cSymbols& symbols = *network().symbols;
-    symbols.currentResource = &resource;
+    const cSymbols::cCurrent current(network().symbols->currentResource, &resource);
     onEntry();
-    symbols.currentResource = nullptr;
 }
 
 void cNodeQueue::onEntry() {

@@ -28,7 +28,8 @@ double cRandomGenerator::uniform() {
         const std::uint64_t low = step() - 1;
         const std::uint64_t high = step() - 1;
         const std::uint64_t pair = low + high * statesPerStep;
-        if (pair < evenRange) return static_cast<double>(pair / divisor) * smallestStep;
+        const std::uint64_t steps = pair / divisor;
+        if (pair < evenRange) return static_cast<double>(steps) * smallestStep;
     }
 }
 

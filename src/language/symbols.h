@@ -55,6 +55,19 @@ public:
         cSymbols& symbols;
     };
 
+    /// Makes something the current one for the length of a scope: `cCurrent(symbols.currentInstance, instance)`.
+    template <typename cKind>
+    class cCurrent {
+    public:
+        cCurrent(cKind*& currentOne, cKind* newOne) : current(currentOne) { current = newOne; }
+        ~cCurrent() { current = nullptr; }
+        cCurrent(const cCurrent&) = delete;
+        cCurrent& operator=(const cCurrent&) = delete;
+
+    private:
+        cKind*& current;
+    };
+
     cActInstance* currentInstance = nullptr;  ///< the instance whose event code runs, else null
     cRes* currentResource = nullptr;          ///< the resource whose ONENTRY code runs, else null
 

@@ -217,6 +217,8 @@ void cReader::readLink(const std::shared_ptr<cLink>& link, eLinkKind kind) {
     joinEnd(*link, 3, &cModelBuilder::attachEnd);
     setLinkType(*link);
     link->setLinkKind(kind);
+    if (link->getResType() == nullptr)
+        warn("link " + quoted(statement.word(1)) + " has no resource type: it carries nothing");
 }
 
 void cReader::joinEnd(cLink& link, std::size_t word, bool (cModelBuilder::*attach)(cLink&, cNetworkElement&)) {

@@ -1,0 +1,24 @@
+# A layer is one static library timbersim_<name>, known to others as timbersim::<name>.
+
+# Puts the sources of the folders into `variable`. A folder without a source is a mistake, not an empty layer.
+function(layerSources variable)
+    set(sources "")
+    foreach(folder IN LISTS ARGN)
+        file(GLOB found CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
+        if(NOT found)
+            message(WARNING "INTERIM: no source file in ${folder}")
+            file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/interim/${folder}/empty.cpp CONTENT "")
+            set(found ${PROJECT_BINARY_DIR}/interim/${folder}/empty.cpp)
+        endif()
+        list(APPEND sources ${found})
+    endforeach()
+    set(${variable} ${sources} PARENT_SCOPE)
+endfunction()
+
+function(addLayer name)  # timbersim_warnings is an INTERFACE target that carries the warning flags
+    cmake_parse_arguments(PARSE_ARGV 1 layer "" "" "SOURCES;USES")
+    add_library(timbersim_${name} STATIC ${layer_SOURCES})
+    add_library(timbersim::${name} ALIAS timbersim_${name})
+    target_include_directories(timbersim_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(timbersim_${name} PUBLIC ${layer_USES} PRIVATE timbersim_warnings)
+endfunction()
