@@ -2,13 +2,12 @@
 
 #include "language/symbols.h"
 
-cLinkFlow::cLinkFlow(cLink& owner, cEvaluationContext& model)
-    : strength(newRuleExpression(model, eLinkRule::strength)), link(owner) {}
+cLinkFlow::cLinkFlow(cEvaluationContext& model) : strength(newRuleExpression(model, eLinkRule::strength)) {}
 
 cLink::cLink(const std::string& name)
     : cLinkDraw(*this, *network().symbols),
       cLinkRelease(*this, *network().symbols),
-      cLinkFlow(*this, *network().symbols),
+      cLinkFlow(*network().symbols),
       rules{&enough,     &drawUntil,    &drawAmt,      &drawOrder,    &drawWhere,
             &releaseAmt, &releaseUntil, &releaseOrder, &releaseWhere, &strength} {
     if (name.empty())
@@ -23,12 +22,9 @@ cLink::~cLink() {
 }
 
 std::string cLink::getKind() const {
-    switch (linkKind) {
-        case kindDraw: return "DRAWLINK";
-        case kindRelease: return "RELEASELINK";
-        case kindFlow: return "FLOWLINK";
-        default: return {};
-    }
+    for (const cLinkKindWord& row : linkKindWords)
+        if (row.kind == linkKind) return std::string(row.word);
+    return {};
 }
 
 double cLink::getAttribute(const std::string& keyword) {

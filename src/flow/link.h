@@ -60,6 +60,9 @@ public:
     cNetwork& model() const { return network(); }
 
 private:
+    eLinkKind refuseEnd(eLinkKind reason);
+    eLinkKind become(eLinkKind kind, cResType* type);
+
     const std::array<cExpression*, linkRules.size()> rules;  // by eLinkRule
     cStatementList onFlowStatements;
     cNode* predNode = nullptr;

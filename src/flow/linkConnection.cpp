@@ -116,27 +116,33 @@ cVerdict judge(const cTable& table, cNode& predecessor, cNode& successor, const 
 eLinkKind cLink::setSuccNode(cNode* node) {
     cVerdict verdict{true, kindIncomplete, getResType()};
     if (node != nullptr && predNode != nullptr) verdict = judge(whenSuccessorComesLast, *predNode, *node, *this);
-    if (verdict.kind == kindTypeMismatch) linkKind = kindTypeMismatch;
-    if (!verdict.attach) return verdict.kind;
+    if (!verdict.attach) return refuseEnd(verdict.kind);
 
     if (succNode != nullptr) succNode->removeInLink(this);
     succNode = node;
     if (node != nullptr) node->addInLink(this);
-    if (verdict.type != getResType()) setResType(verdict.type);
-    setLinkKind(verdict.kind);
-    return linkKind;
+    return become(verdict.kind, verdict.type);
 }
 
 eLinkKind cLink::setPredNode(cNode* node) {
     cVerdict verdict{true, kindIncomplete, getResType()};
     if (node != nullptr && succNode != nullptr) verdict = judge(whenPredecessorComesLast, *node, *succNode, *this);
-    if (verdict.kind == kindTypeMismatch) linkKind = kindTypeMismatch;
-    if (!verdict.attach) return verdict.kind;
+    if (!verdict.attach) return refuseEnd(verdict.kind);
 
     if (predNode != nullptr) predNode->removeOutLink(this);
     predNode = node;
     if (node != nullptr) node->addOutLink(this);
-    if (verdict.type != getResType()) setResType(verdict.type);
-    setLinkKind(verdict.kind);
+    return become(verdict.kind, verdict.type);
+}
+
+/// The end asked for isn't attached; only a mismatch of types leaves a mark.
+eLinkKind cLink::refuseEnd(eLinkKind reason) {
+    if (reason == kindTypeMismatch) linkKind = kindTypeMismatch;
+    return reason;
+}
+
+eLinkKind cLink::become(eLinkKind kind, cResType* type) {
+    if (type != getResType()) setResType(type);
+    setLinkKind(kind);
     return linkKind;
 }

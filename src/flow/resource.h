@@ -22,7 +22,7 @@ public:
     virtual double quantity() const = 0;
 
 private:
-    cResType* resType;  // of cResTypeGen for a cResGen, of cResTypeChar for a cResChar; may be null for an amount
+    cResType* resType;  // of cResTypeChar for a cResChar; an amount has the type of its link, and may have none
 };
 
 /// Shared, because a resource can stand in more than one list at a time: a compound that is sent on anew while it still

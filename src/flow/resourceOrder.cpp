@@ -7,8 +7,8 @@ double keyOf(const cResPtr& resource, const cExpression& key, const std::string&
     return key.evaluate(owner);
 }
 
-std::vector<cResPtr> orderedByKey(const std::vector<cResPtr>& candidates, const cExpression& key,
-                                  const std::string& owner, cSymbols& symbols) {
+std::vector<cResPtr> orderedByKey(std::vector<cResPtr> candidates, const cExpression& key, const std::string& owner,
+                                  cSymbols& symbols) {
     std::vector<cResPtr> ordered;
     for (const cResPtr& candidate : candidates) {
         const double candidateKey = keyOf(candidate, key, owner, symbols);

@@ -41,7 +41,7 @@ void cNodeAct::startInstance(cHoldings held, double start, double duration) {
     runningInstances[instance->getInstanceId()] = instance;
 
     lower(statistics.firstStart, start);
-    if (statistics.lastStart >= 0.0) countInterval(start - statistics.lastStart);
+    if (!(statistics.lastStart < 0.0)) countInterval(start - statistics.lastStart);
     statistics.lastStart = start;
 
     instance->setDuration(duration == durationByExpression ? durationExpr.evaluate() : duration);

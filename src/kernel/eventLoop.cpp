@@ -77,6 +77,7 @@ void cNetwork::orderCombis() {
         for (; place != combiOrder.end(); ++place) {
             stoppedAt = (*place)->currentPriority();
             if (priority >= stoppedAt) break;
+            breathe();
         }
         if (place != combiOrder.end() && priority == stoppedAt) {
             const auto hasLowerId = [combi](const cNodeActCombi* other) {
@@ -96,23 +97,25 @@ void cNetwork::startCombis() {
     bool anyStart = true;
     while (anyStart && !sawInstantStart) {
         anyStart = false;
-        for (std::size_t i = 0; i < combiOrder.size(); ++i)
-            startAsOftenAsPossible(*combiOrder[i], anyStart, sawInstantStart);
+        for (std::size_t i = 0; i < combiOrder.size(); ++i) {
+            const eStarts starts = startAsOftenAsPossible(*combiOrder[i]);
+            anyStart = anyStart || starts != eStarts::none;
+            sawInstantStart = sawInstantStart || starts == eStarts::lastWasInstant;
+        }
     }
 }
 
-void cNetwork::startAsOftenAsPossible(cNodeActCombi& combi, bool& anyStart, bool& sawInstantStart) {
-    if (!combi.mayAttempt()) return;
+cNetwork::eStarts cNetwork::startAsOftenAsPossible(cNodeActCombi& combi) {
+    eStarts starts = eStarts::none;
+    if (!combi.mayAttempt()) return starts;
 
     while (combi.attempt()) {
-        anyStart = true;
+        starts = eStarts::some;
         const cActInstance* started = combi.latestInstance();
-        if (started != nullptr && started->getDuration() == 0.0 && simState == runIsOn) {
-            sawInstantStart = true;
-            return;
-        }
+        if (started != nullptr && started->getDuration() == 0.0 && simState == runIsOn) return eStarts::lastWasInstant;
         breathe();
     }
+    return starts;
 }
 
 bool cNetwork::advanceClock() {

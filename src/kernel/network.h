@@ -33,7 +33,8 @@ void runStatementList(const cStatementList& list, cNetwork& network);
 /// that reach the host. The calendar holds one kind of event only, the end of an activity instance; all else happens at
 /// one of those moments. So a simulation is a loop of two halves: start what can start, then jump to the next end.
 ///
-/// The members that drive activities stand in eventLoop.cpp, those that build, reset and empty it in networkLife.cpp.
+/// The members that drive activities stand in eventLoop.cpp, those that build, reset and empty it in networkLife.cpp,
+/// the trace in trace.cpp.
 /// Simulated time is in the model's own unit.
 class cNetwork {
 public:
@@ -68,7 +69,8 @@ public:
     virtual double hostGet(const std::string& key) = 0;
     /// Takes the text of a POST statement.
     virtual void hostMessage(const std::string& text) = 0;
-    /// Lets the host process its events: once per time advance, and now and then in a loop that doesn't end.
+    /// Lets the host process its events: once per time advance, and now and then in a loop that doesn't end. Here and
+    /// in `hostGet` a host may give values and run statements; it may not take elements or types away.
     /// @throws cException (code 5) when the user stopped the run.
     virtual void processHostEvents() = 0;
 
@@ -142,8 +144,8 @@ public:
     std::vector<cConditional> conditionalStatements;  ///< the IF statements, in the order of the source
     cExpression endCondition;                         ///< ends a simulation when it is true
 
-    std::map<std::string, std::string> resultExpressions;           ///< the entries of ADDTORESULTS
-    std::map<std::string, std::unique_ptr<cExpression>> variables;  ///< formulas, evaluated at each reference
+    std::map<std::string, std::string> resultExpressions;                 ///< the entries of ADDTORESULTS
+    std::map<std::string, std::shared_ptr<const cExpression>> variables;  ///< formulas, evaluated at each reference
     std::map<std::string, double> saveValues;
 
     /// Counts statements that run inside one another. @throws cException (code 1) when they don't come to an end.
@@ -160,7 +162,8 @@ public:
 
 private:
     void startCombis();
-    void startAsOftenAsPossible(cNodeActCombi& combi, bool& anyStart, bool& sawInstantStart);
+    enum class eStarts { none, some, lastWasInstant };
+    eStarts startAsOftenAsPossible(cNodeActCombi& combi);
     void endInstancesAt(double time);
     cNodeAct* activityOf(const cActInstance& instance) const;
     void emptyTrace();

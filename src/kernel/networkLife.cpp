@@ -34,6 +34,7 @@ cNetwork::cNetwork(cClock secondsSource)
 cNetwork::~cNetwork() {
     calendar.clear();
     combis.clear();
+    for (const auto& [name, type] : resourceTypes) type->moveHoldersTo(nullptr);  // at once, not holder by holder
     elements.clear();
     resourceTypes.clear();
     if (networkOfProcess == this) networkOfProcess = nullptr;

@@ -5,7 +5,11 @@
 namespace {
 
 void eraseLink(std::map<std::string, cLink*>& links, const cLink* link) {
-    std::erase_if(links, [&](const auto& entry) { return entry.second == link; });
+    const auto entry = links.find(link->getName());
+    if (entry != links.end() && entry->second == link)
+        links.erase(entry);
+    else  // the link was renamed since it was attached
+        std::erase_if(links, [&](const auto& attached) { return attached.second == link; });
 }
 
 }  // namespace

@@ -51,8 +51,13 @@ void cNodeQueue::receiveInstance(const cResPtr& resource) {
     received->timeIn = network().simTime;
     received->holderElement = this;
     const double key = orderKeyOf(resource);
-    const auto isBehind = [&](const cResPtr& waiting) { return orderKeyOf(waiting) > key; };
-    contentsList.insert(std::find_if(contentsList.begin(), contentsList.end(), isBehind), resource);
+    std::size_t place = 0;
+    while (place < contentsList.size() && !(orderKeyOf(contentsList[place]) > key)) {
+        ++place;
+        network().breathe();
+    }
+    contentsList.insert(contentsList.begin() + static_cast<std::ptrdiff_t>(std::min(place, contentsList.size())),
+                        resource);
     statistics.curCount += 1.0;
     statistics.totCount += 1.0;
     runEntryCode(*received);
@@ -125,15 +130,13 @@ void cNodeQueue::emptyContents() {
     if (isGeneric()) contentsList.push_back(std::make_shared<cResGen>(getResType(), 0.0));
 }
 
-cResGen& cNodeQueue::accumulator() const { return static_cast<cResGen&>(*contentsList.front()); }
+cResGen& cNodeQueue::accumulator() { return static_cast<cResGen&>(*contentsList.front()); }
 
-void cNodeQueue::failOnFamily(const cRes& resource) {
+void cNodeQueue::failOnFamily(const cRes& resource) const {
     const std::string received = resource.getResType() == nullptr ? "" : resource.getResType()->getTypeName();
-    elementError.code = failureCode::expression;
-    elementError.message = "Queue \"" + getName() + "\" of type \"" + getResType()->getTypeName() +
-                           "\" can't hold a resource of type \"" + received + "\".";
-    elementError.location = "In queue " + getName();
-    throw cException{elementError};
+    const std::string message = "Queue \"" + getName() + "\" of type \"" + getResType()->getTypeName() +
+                                "\" can't hold a resource of type \"" + received + "\".";
+    throw cException{failureCode::expression, message, "In queue " + getName(), {}};
 }
 
 double cNodeQueue::getAttribute(const std::string& keyword) {

@@ -85,8 +85,8 @@ private:
     void runEntryCode(cRes& resource);
     void emptyContents();
     void markCombis();
-    cResGen& accumulator() const;
-    [[noreturn]] void failOnFamily(const cRes& resource);
+    cResGen& accumulator();
+    [[noreturn]] void failOnFamily(const cRes& resource) const;
 
     cExpression initialContent;
     cExpression orderKey;

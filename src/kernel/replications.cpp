@@ -67,6 +67,7 @@ void runReplications(cNetwork& network, cRunCode& code, cRunObserver& observer) 
         network.runStatistics->gatherReplication();
         observer.replicationEnds();
         network.resetRun();
+        network.breathe();  // a simulation that is over at once lets the host do nothing
     }
     network.statements.clear();
     if (network.replications > 1) network.runStatistics->flushLines();

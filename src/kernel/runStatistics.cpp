@@ -18,7 +18,8 @@ constexpr std::size_t flushThreshold = 1000;
 
 cRunStatistics::cRunStatistics(cNetwork& measured) : network(measured) {
     std::error_code noDirectory;
-    temporaryPath = std::filesystem::temp_directory_path(noDirectory) / "my_temp_file.txt";
+    const std::filesystem::path directory = std::filesystem::temp_directory_path(noDirectory);
+    if (!noDirectory) temporaryPath = directory / "my_temp_file.txt";
 }
 
 void cRunStatistics::resetResults() {
@@ -34,7 +35,7 @@ void cRunStatistics::resetResults() {
 void cRunStatistics::prepare() {
     labels.clear();
     for (const auto& [label, text] : network.resultExpressions) labels.push_back(label);
-    const std::vector<std::string> names = columnNames();
+    names = currentNames();
     means.assign(names.size(), 0.0);
     squaredDeviations.assign(names.size(), 0.0);
 
@@ -45,14 +46,14 @@ void cRunStatistics::prepare() {
     if (!file) fileComplete = false;
 }
 
-std::vector<std::string> cRunStatistics::columnNames() const {
-    std::vector<std::string> names{"SimTime"};
-    names.insert(names.end(), labels.begin(), labels.end());
+std::vector<std::string> cRunStatistics::currentNames() const {
+    std::vector<std::string> present{"SimTime"};
+    present.insert(present.end(), labels.begin(), labels.end());
     network.forEachElement([&](const cNetworkElement& element) {
         for (const std::string_view suffix : columnSuffixes(element))
-            names.push_back(element.getName() + std::string(suffix));
+            present.push_back(element.getName() + std::string(suffix));
     });
-    return names;
+    return present;
 }
 
 std::vector<double> cRunStatistics::currentRow() const {

@@ -39,19 +39,21 @@ public:
     const std::vector<double>& getMeans() const { return means; }
     /// The labels of the ADDTORESULTS columns, and the names of all columns, as of the last `prepare`.
     const std::vector<std::string>& getLabels() const { return labels; }
-    std::vector<std::string> columnNames() const;
+    const std::vector<std::string>& columnNames() const { return names; }
     /// Whether the temporary file took everything since the last `resetResults`.
     bool isFileComplete() const { return fileComplete; }
 
     std::map<std::string, std::string> printTexts;  ///< what PRINT collected, by key
 
 private:
+    std::vector<std::string> currentNames() const;
     std::vector<double> currentRow() const;
     std::string formLine(const std::vector<double>& row) const;
 
     cNetwork& network;
     std::int32_t replicationCount = 0;
     std::vector<std::string> labels;
+    std::vector<std::string> names{"SimTime"};
     std::vector<double> means{0.0};
     std::vector<double> squaredDeviations{0.0};  // running sums; shown nowhere
     std::vector<std::string> pendingLines;

@@ -3,7 +3,6 @@
 #include "language/exception.h"
 #include "language/rounding.h"
 
-#include <exception>
 #include <string_view>
 
 namespace {
@@ -36,28 +35,21 @@ cExpression::cExpression(cEvaluationContext& model, std::string newText, eTrial 
 
 void cExpression::compile(std::string newText, eTrial trial, const std::string& owner) {
     text = std::move(newText);
-    postfix.clear();
-
-    std::exception_ptr failure;
-    std::vector<cToken> tokens = tokenise(owner, failure);
+    const cTokens tokens = tokenise(text);
     const bool isGet = !tokens.empty() && tokens.front().row != nullptr && tokens.front().text == "GET";
-    if (!isGet) {
-        try {
-            convertToPostfix(std::move(tokens));
-        } catch (const cException&) {
-            postfix.clear();
-            if (!failure) throw;
-        }
-    }
-    if (failure) std::rethrow_exception(failure);
+    cTokens output;
+    const bool isBalanced = isGet || convertToPostfix(tokens, output);
+    postfix = std::make_shared<const cTokens>(isBalanced ? std::move(output) : cTokens{});
+
+    // A bad attribute shows when the text is set, though not in the last operand, which no operator follows.
+    for (std::size_t i = 0; i + 1 < tokens.size(); ++i)
+        if (tokens[i].row == nullptr) context->resolve(tokens[i].text, owner);
+    if (!isBalanced) fail({});
     if (!isGet && trial == eTrial::run) evaluate(owner);
 }
 
-/// Parts the text. An operand with an operator behind it is resolved once, so that a bad attribute shows when the text
-/// is set. The first such failure is kept in `failure` and the text is parted to its end all the same: the expression
-/// can then be evaluated later, when the names it needs are there.
-std::vector<cExpression::cToken> cExpression::tokenise(const std::string& owner, std::exception_ptr& failure) const {
-    std::vector<cToken> tokens;
+cExpression::cTokens cExpression::tokenise(const std::string& text) {
+    cTokens tokens;
     std::size_t begin = 0;
     for (std::size_t position = 0; position < text.size();) {
         const cOperator* row = operatorAt(text, position, begin);
@@ -65,18 +57,7 @@ std::vector<cExpression::cToken> cExpression::tokenise(const std::string& owner,
             ++position;
             continue;
         }
-        if (position > begin) {
-            tokens.push_back({text.substr(begin, position - begin), nullptr});
-            begin = position;
-            if (!failure) {
-                try {
-                    context->resolve(tokens.back().text, owner);
-                } catch (const cException&) {
-                    failure = std::current_exception();
-                }
-            }
-            continue;  // what begins here now may also be a function
-        }
+        if (position > begin) tokens.push_back({text.substr(begin, position - begin), nullptr});
         tokens.push_back({std::string(row->name), row});
         begin = position += row->name.size();
     }
@@ -85,46 +66,47 @@ std::vector<cExpression::cToken> cExpression::tokenise(const std::string& owner,
 }
 
 /// The shunting-yard method (Dijkstra 1961). Brackets left open reach the output and fail at evaluation.
-void cExpression::convertToPostfix(std::vector<cToken> tokens) {
-    std::vector<cToken> waiting;
+/// @return whether every closing bracket and every comma has an opening bracket before it.
+bool cExpression::convertToPostfix(const cTokens& tokens, cTokens& output) {
+    cTokens waiting;
     const auto popToOutput = [&] {
-        postfix.push_back(std::move(waiting.back()));
+        output.push_back(std::move(waiting.back()));
         waiting.pop_back();
     };
     const auto popDownTo = [&](auto isEnd) {
         while (!waiting.empty() && !isEnd(*waiting.back().row)) popToOutput();
-        if (waiting.empty()) fail({});
+        return !waiting.empty();
     };
 
-    for (cToken& token : tokens) {
+    for (const cToken& token : tokens) {
         const cOperator* row = token.row;
         if (row == nullptr) {
-            postfix.push_back(std::move(token));
+            output.push_back(token);
         } else if (row->kind == eOperatorKind::function || isOpening(*row)) {
-            waiting.push_back(std::move(token));
+            waiting.push_back(token);
         } else if (row->kind == eOperatorKind::separator) {
-            popDownTo(isOpening);
+            if (!popDownTo(isOpening)) return false;
         } else if (row->name == ")" || row->name == "]") {
             const std::string_view opening = row->name == ")" ? "(" : "[";
-            popDownTo([&](const cOperator& top) { return top.name == opening; });
+            if (!popDownTo([&](const cOperator& top) { return top.name == opening; })) return false;
             waiting.pop_back();
             if (!waiting.empty() && waiting.back().row->kind == eOperatorKind::function) popToOutput();
         } else {
-            while (!waiting.empty() && !isOpening(*waiting.back().row) &&
-                   waiting.back().row->precedence >= row->precedence)
-                popToOutput();
-            waiting.push_back(std::move(token));
+            popDownTo([&](const cOperator& top) { return isOpening(top) || top.precedence < row->precedence; });
+            waiting.push_back(token);
         }
     }
     while (!waiting.empty()) popToOutput();
+    return true;
 }
 
 double cExpression::evaluate(const std::string& owner) const {
     if (text.starts_with(getOpening) && text.size() >= shortestGet)
         return context->hostGet(text.substr(getOpening.size(), text.size() - getOpening.size() - getClosingLength));
 
+    const std::shared_ptr<const cTokens> program = postfix;
     std::vector<cValue> values;
-    for (const cToken& token : postfix) {
+    for (const cToken& token : *program) {
         if (token.row == nullptr)
             values.push_back({&token.text, 0.0});
         else

@@ -3,7 +3,7 @@
 #include "language/evaluationContext.h"
 #include "language/operators.h"
 
-#include <exception>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -43,15 +43,17 @@ private:
     };
     struct cValue;
 
-    std::vector<cToken> tokenise(const std::string& owner, std::exception_ptr& failure) const;
-    void convertToPostfix(std::vector<cToken> tokens);
+    using cTokens = std::vector<cToken>;
+
+    static cTokens tokenise(const std::string& text);
+    static bool convertToPostfix(const cTokens& tokens, cTokens& output);
     double resolveValue(const cValue& value, const std::string& owner) const;
     double apply(const cOperator& row, std::vector<cValue>& values, const std::string& owner) const;
     [[noreturn]] void fail(std::string message) const;
 
     cEvaluationContext* context;
     std::string text;
-    std::vector<cToken> postfix;
+    std::shared_ptr<const cTokens> postfix;  // never null; shared, so that an evaluation outlives a change of the text
 };
 
 /// The one test for truth of the language: any value but 0.0, a NaN included.

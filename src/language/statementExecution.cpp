@@ -55,7 +55,7 @@ void saveValue(const cExecution& run) {
 
 void variable(const cExecution& run) {
     run.network.symbols->declareName(run.argument(0), eNameKind::variable);
-    run.network.variables[run.argument(0)] = std::make_unique<cExpression>(*run.network.symbols, run.argument(1));
+    run.network.variables[run.argument(0)] = std::make_shared<const cExpression>(*run.network.symbols, run.argument(1));
 }
 
 void addToResults(const cExecution& run) { run.network.resultExpressions[run.argument(0)] = run.argument(1); }

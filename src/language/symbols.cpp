@@ -64,16 +64,12 @@ double cSymbols::resolve(const std::string& operand, const std::string& owner) {
 
     const std::vector<std::string> parts = splitName(operand);
     if (parts.empty()) return 0.0;
-    bool found = false;
-    double value = 0.0;
-    if (parts.size() == 1) value = resolveGlobal(parts[0], found);
-    if (!found) value = resolvePath(parts, found);
-    return found ? value : resolveOfLink(parts, owner);
+    const auto value = parts.size() == 1 ? resolveGlobal(parts[0]) : resolvePath(parts);
+    return value ? *value : resolveOfLink(parts, owner);
 }
 
 /// A number followed by rubbish counts as its integer part. Declared names win over SimTime.
-double cSymbols::resolveGlobal(const std::string& name, bool& found) {
-    found = true;
+std::optional<double> cSymbols::resolveGlobal(const std::string& name) {
     if (const std::int32_t integer = leadingInteger(name); integer != 0 || name == "0") return integer;
 
     if (const auto declared = declaredNames.find(name); declared != declaredNames.end()) {
@@ -82,8 +78,7 @@ double cSymbols::resolveGlobal(const std::string& name, bool& found) {
         if (declared->second == eNameKind::variable && network.variables.contains(name)) return evaluateVariable(name);
     }
     if (name == "SimTime") return network.simTime;
-    found = false;
-    return 0.0;
+    return std::nullopt;
 }
 
 /// A VARIABLE is a live formula: computed at each reference.
@@ -93,42 +88,42 @@ double cSymbols::evaluateVariable(const std::string& name) {
         ~cDepth() { --depth; }
         int& depth;
     };
-    const cExpression& formula = *network.variables.at(name);
+    const std::shared_ptr<const cExpression> formula = network.variables.at(name);  // may be replaced meanwhile
     if (variableDepth >= deepestVariable) {
-        const std::string message = "Endless recursion in " + formula.getText();
-        throw cException{failureCode::expression, message, {}, formula.getText()};
+        const std::string message = "Endless recursion in " + formula->getText();
+        throw cException{failureCode::expression, message, {}, formula->getText()};
     }
     const cDepth depth(variableDepth);
     breathe();
-    return formula.evaluate();
+    return formula->evaluate();
 }
 
-double cSymbols::resolvePath(const std::vector<std::string>& parts, bool& found) {
-    found = false;
-    if (parts.size() < 2) return 0.0;
-    cNetworkElement* element = elementNamed(parts[0]);
-    if (auto* activity = dynamic_cast<cNodeAct*>(element)) return resolveActivityPath(*activity, parts, found);
-    if (auto* queue = dynamic_cast<cNodeQueue*>(element)) return resolveQueuePath(*queue, parts, found);
-    return 0.0;
+std::optional<double> cSymbols::resolvePath(const std::vector<std::string>& parts) {
+    cNetworkElement* element = network.findElement(parts[0]);
+    if (auto* activity = dynamic_cast<cNodeAct*>(element)) return resolveActivityPath(*activity, parts);
+    if (auto* queue = dynamic_cast<cNodeQueue*>(element)) return resolveQueuePath(*queue, parts);
+    return std::nullopt;
 }
 
-double cSymbols::resolveActivityPath(cNodeAct& activity, const std::vector<std::string>& parts, bool& found) {
-    found = isOneOf(parts[1], activityKeywords);
-    if (found) return activity.getAttribute(parts[1]);
+/// One of the activity's figures, or the number of the first resource of a type that its current instance holds.
+std::optional<double> cSymbols::resolveActivityPath(cNodeAct& activity, const std::vector<std::string>& parts) {
+    if (isOneOf(parts[1], activityKeywords)) return activity.getAttribute(parts[1]);
 
     const cResType* type = network.findResourceType(parts[1]);
-    if (type == nullptr || currentInstance == nullptr || currentInstance->getOwnerActivity() != &activity) return 0.0;
+    if (type == nullptr || parts.size() < 3) return std::nullopt;
+    if (currentInstance == nullptr || currentInstance->getOwnerActivity() != &activity) return std::nullopt;
+
     const auto held = currentInstance->getResources().find(type);
-    if (parts.size() < 3 || held == currentInstance->getResources().end()) return 0.0;
+    if (held == currentInstance->getResources().end()) return std::nullopt;
     const auto* resource = dynamic_cast<const cResChar*>(held->second.get());
-    found = resource != nullptr && (parts[2] == "ResNum" || parts[2] == "Count");
-    if (!found) return 0.0;
-    return parts[2] == "ResNum" ? resource->getResNum() : resource->getUnitCount();
+    if (resource != nullptr && parts[2] == "ResNum") return resource->getResNum();
+    if (resource != nullptr && parts[2] == "Count") return resource->getUnitCount();
+    return std::nullopt;
 }
 
-double cSymbols::resolveQueuePath(cNodeQueue& queue, const std::vector<std::string>& parts, bool& found) {
-    found = isOneOf(parts[1], queueKeywords);
-    return found ? queue.getAttribute(parts[1]) : 0.0;
+std::optional<double> cSymbols::resolveQueuePath(cNodeQueue& queue, const std::vector<std::string>& parts) {
+    if (!isOneOf(parts[1], queueKeywords)) return std::nullopt;
+    return queue.getAttribute(parts[1]);
 }
 
 /// What only an expression of a link can name: its predecessor and its count of draws. The owner is looked up with
@@ -149,9 +144,7 @@ double cSymbols::resolveOfLink(const std::vector<std::string>& parts, const std:
 }
 
 double cSymbols::resolveHoldings(const cNetworkElement& predecessor, const std::vector<std::string>& parts) {
-    const auto* releasers = dynamic_cast<const cReleasers*>(elementNamed(predecessor.getName()));
+    const auto* releasers = dynamic_cast<const cReleasers*>(network.findElement(predecessor.getName()));
     const cResType* type = network.findResourceType(parts[1]);
     return releasers == nullptr || type == nullptr ? 0.0 : releasers->countOf(parts[2], type);
 }
-
-cNetworkElement* cSymbols::elementNamed(const std::string& name) const { return network.findElement(name); }

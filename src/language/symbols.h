@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <deque>
 #include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -80,14 +81,14 @@ public:
     static std::span<const cAttribute> attributeClasses();
 
 private:
-    double resolveGlobal(const std::string& name, bool& found);
-    double resolvePath(const std::vector<std::string>& parts, bool& found);
-    double resolveActivityPath(cNodeAct& activity, const std::vector<std::string>& parts, bool& found);
-    double resolveQueuePath(cNodeQueue& queue, const std::vector<std::string>& parts, bool& found);
+    // Nothing, where the name has no such meaning.
+    std::optional<double> resolveGlobal(const std::string& name);
+    std::optional<double> resolvePath(const std::vector<std::string>& parts);
+    std::optional<double> resolveActivityPath(cNodeAct& activity, const std::vector<std::string>& parts);
+    std::optional<double> resolveQueuePath(cNodeQueue& queue, const std::vector<std::string>& parts);
     double resolveOfLink(const std::vector<std::string>& parts, const std::string& owner);
     double resolveHoldings(const cNetworkElement& predecessor, const std::vector<std::string>& parts);
     double evaluateVariable(const std::string& name);
-    cNetworkElement* elementNamed(const std::string& name) const;
 
     cNetwork& network;
     std::deque<cRes*> resourceStack;

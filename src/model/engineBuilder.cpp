@@ -31,6 +31,27 @@ std::unique_ptr<cResType> makeType(const std::string& name, const std::string& k
     return std::make_unique<cResTypeChar>(name);
 }
 
+/// A second place on the drawing for a queue. Nothing is drawn here, so it is but a name by which links find the queue.
+class cFusionQueue : public cNetworkElement {
+public:
+    explicit cFusionQueue(std::string fusedQueue) : queueName(std::move(fusedQueue)) {}
+
+    std::string getKind() const override { return "FUSIONQUEUE"; }
+    void resetElement() override {}
+
+    const std::string& getQueueName() const { return queueName; }
+
+private:
+    std::string queueName;
+};
+
+/// The node that a link joins when it is attached to `element`, or null.
+cNode* nodeBehind(cNetworkElement& element, const cNetwork& model) {
+    if (const auto* fusion = dynamic_cast<const cFusionQueue*>(&element))
+        return model.findElement<cNodeQueue>(fusion->getQueueName());
+    return dynamic_cast<cNode*>(&element);
+}
+
 }  // namespace
 
 void cEngineBuilder::addResourceType(const std::string& name, const std::string& kind) {
@@ -43,20 +64,23 @@ std::shared_ptr<cNetworkElement> cEngineBuilder::makeNode(const std::string& kin
     return nullptr;
 }
 
-std::shared_ptr<cNetworkElement> cEngineBuilder::makeFusionQueue(const std::string&, const std::string&) {
-    return nullptr;
+std::shared_ptr<cNetworkElement> cEngineBuilder::makeFusionQueue(const std::string& name,
+                                                                 const std::string& queueName) {
+    auto fusion = std::make_shared<cFusionQueue>(queueName);
+    fusion->setName(name);
+    return fusion;
 }
 
 std::shared_ptr<cLink> cEngineBuilder::makeLink(const std::string& name) { return std::make_shared<cLink>(name); }
 
 bool cEngineBuilder::attachStart(cLink& link, cNetworkElement& element) {
-    auto* node = dynamic_cast<cNode*>(&element);
+    cNode* node = nodeBehind(element, model);
     if (node != nullptr) link.setPredNode(node);
     return node != nullptr && link.getPredNode() == node;
 }
 
 bool cEngineBuilder::attachEnd(cLink& link, cNetworkElement& element) {
-    auto* node = dynamic_cast<cNode*>(&element);
+    cNode* node = nodeBehind(element, model);
     if (node != nullptr) link.setSuccNode(node);
     return node != nullptr && link.getSuccNode() == node;
 }

@@ -22,7 +22,7 @@ public:
     /// Takes the save properties of a type, each followed by one blank. They have no lasting effect.
     virtual void setSaveProps(const std::string& typeName, const std::string& names) = 0;
 
-    /// Makes an unnamed node of a kind word such as "COMBI", with a resource type where the kind has one.
+    /// Makes a node, by its default name, of a kind word such as "COMBI", with a resource type where the kind has one.
     /// @param type null for a kind without, and where a file names a type that doesn't exist.
     /// @return null for a kind that this builder can't make.
     virtual std::shared_ptr<cNetworkElement> makeNode(const std::string& kind, cResType* type) = 0;

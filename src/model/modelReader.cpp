@@ -46,32 +46,31 @@ const cElementForm* findElementForm(const std::string& keyword) {
 }
 
 std::optional<eLinkKind> linkKindOf(std::string_view keyword) {
-    if (keyword == "DRAWLINK") return kindDraw;
-    if (keyword == "RELEASELINK") return kindRelease;
-    if (keyword == "FLOWLINK") return kindFlow;
-    return std::nullopt;
+    const auto* row = std::ranges::find(linkKindWords, keyword, &cLinkKindWord::word);
+    return row == linkKindWords.end() ? std::nullopt : std::optional(row->kind);
 }
 
 bool isTypeKind(const std::string& word) {
     return word == typeKindWord::generic || word == typeKindWord::characterized || word == typeKindWord::compound;
 }
 
-std::string shortened(const std::string& text, std::size_t longest) {
-    return text.size() <= longest ? text : text.substr(0, longest) + "...";
+/// A text of the file as a message can hold it: on one line, without control characters, and not too long.
+std::string shown(std::string text, std::size_t longest = 60) {
+    const bool isLong = text.size() > longest;
+    text.resize(std::min(text.size(), longest));
+    std::ranges::replace(text, '\n', ' ');
+    std::ranges::replace_if(
+        text, [](char c) { return ('\0' <= c && c < ' ') || c == '\x7F'; }, '?');
+    return isLong ? text + "..." : text;
 }
 
-/// A text of the file, short enough for a message.
-std::string quoted(const std::string& text) {
-    constexpr std::size_t longest = 60;
-    return '"' + shortened(text, longest) + '"';
-}
+std::string quoted(const std::string& text) { return '"' + shown(text) + '"'; }
 
 std::string describe(const cException& failure) {
     std::string text = failure.message.empty() ? "not an expression" : failure.message;
     if (!failure.location.empty()) text += " (" + failure.location + ')';
-    std::ranges::replace(text, '\n', ' ');
     constexpr std::size_t longest = 200;
-    return shortened(text, longest);
+    return shown(text, longest);
 }
 
 /// Reads one file. Each test of the format is a member; `readLine` makes them in order.
@@ -90,8 +89,9 @@ private:
     void joinEnd(cLink& link, std::size_t word, bool (cModelBuilder::*attach)(cLink&, cNetworkElement&));
     void setLinkType(cLink& link);
     void enter(const std::shared_ptr<cNetworkElement>& element);
+    void forgetFailures(const std::string& name);
     void readCode();
-    void declareNames(const std::string& code, std::size_t line);
+    void declareNames(const std::string& code);
     void readSaveProps();
     void readProperty(ePropertyTest test);
     void readPosition();
@@ -102,7 +102,7 @@ private:
     bool isComplete(std::size_t words);
     cNetworkElement* lookUp(const std::string& name);
     cResType* lookUpType(const std::string& name);
-    void warn(const std::string& message) { reading.warnings.push_back({lines.lineNumber(), message}); }
+    void warn(const std::string& message) { reading.warnings.push_back({statementLine, message}); }
 
     /// A property whose value failed as an expression, to be tried once more.
     struct cFailed {
@@ -115,6 +115,7 @@ private:
     cModelBuilder& builder;
     cNetwork& network;
     cModelStatement statement{{}};
+    std::size_t statementLine = 0;  // where `statement` stands; the lines run ahead of it while they are code
     cModelReading reading;
     std::map<std::pair<std::string, std::string_view>, cFailed> failed;  // by element and keyword: the last counts
 };
@@ -137,6 +138,7 @@ cModelReading cReader::read() {
 /// @return false where reading stops.
 bool cReader::readLine(const std::string& line) {
     statement = cModelStatement(line);
+    statementLine = lines.lineNumber();
     if (isTypeKind(statement.word(0))) {
         readType();
     } else if (holdsElementKeyword(line)) {
@@ -167,8 +169,8 @@ bool cReader::readLine(const std::string& line) {
 
 bool cReader::isComplete(std::size_t words) {
     if (statement.size() >= words) return true;
-    warn(statement.word(0) + " needs " + std::to_string(words - 1) + " words behind it, and there are " +
-         std::to_string(statement.size() - 1));
+    warn(shown(statement.word(0)) + " has too few words behind it: " + std::to_string(statement.size() - 1) + " of " +
+         std::to_string(words - 1));
     return false;
 }
 
@@ -206,8 +208,8 @@ void cReader::readElement(const cElementForm& form) {
         isFusion ? builder.makeFusionQueue(statement.word(1), statement.word(2))
                  : builder.makeNode(statement.word(0), form.isTyped ? lookUpType(statement.word(2)) : nullptr);
     if (element == nullptr)
-        throw cModelError{lines.lineNumber(),
-                          "this version can't build a " + statement.word(0) + ": " + quoted(statement.word(1))};
+        throw cModelError{statementLine,
+                          "this version can't build the " + statement.word(0) + ' ' + quoted(statement.word(1))};
     enter(element);
 }
 
@@ -245,12 +247,21 @@ void cReader::setLinkType(cLink& link) {
     }
 }
 
+/// What failed belongs to the element that had the name until now.
+void cReader::forgetFailures(const std::string& name) {
+    const auto first = failed.lower_bound({name, {}});
+    auto end = first;
+    while (end != failed.end() && end->first.first == name) ++end;
+    failed.erase(first, end);
+}
+
 /// Enters an element under the name of its statement, also when it could not take that name.
 void cReader::enter(const std::shared_ptr<cNetworkElement>& element) {
     const std::string& name = statement.word(1);
     if (!element->setName(name))
         warn("the name " + quoted(name) + " is taken or not a name; the element is called " +
              quoted(element->getName()));
+    forgetFailures(name);
     if (auto* combi = dynamic_cast<cNodeActCombi*>(element.get())) network.combis[name] = combi;
     network.elements[name] = element;
     builder.place(*element, firstPosition, firstPosition);
@@ -258,7 +269,6 @@ void cReader::enter(const std::shared_ptr<cNetworkElement>& element) {
 
 /// Reads up to the closing mark. At the end of the file without one, the last line is not part of the code.
 void cReader::readCode() {
-    const std::size_t opening = lines.lineNumber();
     std::string code;
     std::string line;
     bool isClosed = false;
@@ -267,23 +277,21 @@ void cReader::readCode() {
         if (isClosed || lines.atEnd()) break;
         code += line + '\n';
     }
-    if (!isClosed)
-        reading.warnings.push_back({opening, "the code has no closing <CODE>; the last line of the file is lost"});
+    if (!isClosed) warn("the code has no closing <CODE>; the last line of the file is lost");
     reading.globalCode = code;
     builder.setGlobalCode(code);
-    declareNames(code, opening);
+    declareNames(code);
 }
 
 /// Runs the declarations alone, so that expressions of elements can be checked against the names.
-void cReader::declareNames(const std::string& code, std::size_t line) {
+void cReader::declareNames(const std::string& code) {
     compileCode(network, splitLines(code), eCompiled::declarations);
     for (const auto& declaration : network.statements) {
         try {
             declaration->execute(network);
         } catch (const cException& failure) {
             if (failure.code >= failureCode::userStop) throw;
-            const std::string text = quoted(declaration->getText());
-            reading.warnings.push_back({line, "declaration " + text + ": " + describe(failure)});
+            warn("declaration " + quoted(declaration->getText()) + ": " + describe(failure));
         }
     }
     network.statements.clear();
@@ -308,13 +316,14 @@ void cReader::readProperty(ePropertyTest test) {
             warn(quoted(name) + " has no " + std::string(property->keyword));
     } catch (const cException& failure) {
         if (failure.code >= failureCode::userStop) throw;
-        failed[{name, property->keyword}] = {lines.lineNumber(), property, value};
+        failed[{name, property->keyword}] = {statementLine, property, value};
     }
 }
 
 /// Every name that the file declares is there now.
 void cReader::retryExpressions() {
     std::vector<std::tuple<std::size_t, std::string, cFailed>> inOrder;
+    inOrder.reserve(failed.size());
     for (const auto& [key, entry] : failed) inOrder.emplace_back(entry.line, key.first, entry);
     std::ranges::sort(inOrder, {}, [](const auto& entry) { return std::get<0>(entry); });
     for (const auto& [line, name, entry] : inOrder) {

@@ -21,7 +21,9 @@
 /// the seed given, element numbers with 0. The file of replication lines is the process's own.
 class cTestNetwork : public cNetwork {
 public:
-    explicit cTestNetwork(std::int64_t seed = 1) : cNetwork([seed] { return seed; }) {
+    explicit cTestNetwork(std::int64_t seed = 1) : cTestNetwork(cClock([seed] { return seed; })) {}
+    /// Streams begin with what the clock says now.
+    explicit cTestNetwork(cClock secondsSource) : cNetwork(std::move(secondsSource)) {
         cNetworkElement::setElementCounter(0);
         const std::string name = "timbersim-test-" + std::to_string(getpid()) + ".txt";
         runStatistics->setTemporaryPath(std::filesystem::temp_directory_path() / name);

@@ -1,0 +1,30 @@
+#include "batch/stopSignal.h"
+
+#include "language/exception.h"
+
+#include <atomic>
+#include <csignal>
+
+namespace {
+
+std::atomic<bool> stopRaised = false;
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler may touch nothing that takes a lock");
+
+extern "C" void raiseStop(int) { stopRaised = true; }
+
+}  // namespace
+
+void installStopSignal() {
+    struct sigaction action {};
+    action.sa_handler = raiseStop;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGINT, &action, nullptr);
+}
+
+bool isStopRaised() { return stopRaised; }
+
+void throwIfStopped() {
+    if (stopRaised)
+        throw cException{failureCode::userStop, "Simulation stopped.\nSimulation was stopped by user.\n", {}, {}};
+}

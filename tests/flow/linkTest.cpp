@@ -1,0 +1,285 @@
+#include "flow/link.h"
+
+#include "support/failureOf.h"
+#include "support/recordingReceiver.h"
+#include "support/watchedNetwork.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using cTexts = std::vector<std::string>;
+
+/// A queue of soil with a draw link to a Combi, and a release link from the Combi to a node that records.
+class cLinkTest : public ::testing::Test {
+protected:
+    void SetUp() override { release.setResType(&soil); }
+
+    cWatchedNetwork network;
+    cResType& soil = network.addGenericType("Soil");
+    cNodeQueue& pile = network.addQueue("Pile", soil);
+    cNodeActCombi& dig = network.addCombi("Dig");
+    cRecordingReceiver sink{"Sink", network.messages};
+    cLink& draw = network.addLink("Draw", pile, dig);
+    cLink& release = network.addLink("Release", dig, sink);
+};
+
+// ---- a new link
+
+struct cRuleCase {
+    eLinkRule rule;
+    const char* text;
+};
+
+class cNewRuleTest : public cLinkTest, public ::testing::WithParamInterface<cRuleCase> {};
+
+TEST_P(cNewRuleTest, hasItsText) { EXPECT_EQ(cLink().getRuleText(GetParam().rule), GetParam().text); }
+
+INSTANTIATE_TEST_SUITE_P(rules, cNewRuleTest,
+                         ::testing::Values(cRuleCase{eLinkRule::enough, "1"}, cRuleCase{eLinkRule::drawUntil, "nDraws"},
+                                           cRuleCase{eLinkRule::drawAmt, "1"}, cRuleCase{eLinkRule::drawOrder, "1"},
+                                           cRuleCase{eLinkRule::drawWhere, "1"}, cRuleCase{eLinkRule::releaseAmt, "1"},
+                                           cRuleCase{eLinkRule::releaseUntil, "0"},
+                                           cRuleCase{eLinkRule::releaseOrder, "1"},
+                                           cRuleCase{eLinkRule::releaseWhere, "1"},
+                                           cRuleCase{eLinkRule::strength, "1"}));
+
+TEST_F(cLinkTest, rulesHaveTheirModelKeysInTheOrderOfModelFiles) {
+    cTexts keys;
+    for (const cLinkRule& rule : linkRules) keys.emplace_back(rule.modelKey);
+
+    EXPECT_EQ(keys, (cTexts{"ENOUGH", "DRAWUNTIL", "DRAWAMT", "DRAWORDER", "DRAWWHERE", "RELEASEAMT", "RELEASEUNTIL",
+                            "RELEASEORDER", "RELEASEWHERE", "STRENGTH"}));
+}
+
+TEST_F(cLinkTest, aNewLinkHasNoEndsNoTypeAndNoKind) {
+    const cLink link;
+
+    EXPECT_EQ(link.getPredNode(), nullptr);
+    EXPECT_EQ(link.getSuccNode(), nullptr);
+    EXPECT_EQ(link.getResType(), nullptr);
+    EXPECT_EQ(link.getKind(), "");
+}
+
+TEST_F(cLinkTest, aLinkTakesTheNameGiven) { EXPECT_EQ(cLink("Haul").getName(), "Haul"); }
+
+TEST_F(cLinkTest, aNameThatIsRefusedLeavesTheLinkWithoutOne) {
+    EXPECT_EQ(cLink("1st").getName(), "");
+    EXPECT_EQ(cLink("Pile").getName(), "");
+}
+
+TEST_F(cLinkTest, anEmptyNameAsksForADefaultOneByTheCounterThen) {
+    cNetworkElement::setElementCounter(7);
+
+    const cLink link;
+
+    EXPECT_EQ(link.getName(), "Link8");
+    EXPECT_EQ(link.getElementId(), 7);
+}
+
+TEST_F(cLinkTest, aDefaultNameThatIsTakenGivesWayToTheNextNumber) {
+    cNetworkElement::setElementCounter(7);
+    network.elements["Link8"];
+    network.elements["Link9"];
+
+    const cLink link;
+
+    EXPECT_EQ(link.getName(), "Link10");
+    EXPECT_EQ(cNetworkElement::getElementCounter(), 10);
+}
+
+TEST_F(cLinkTest, aLinkKeepsItsNumberWhenItsDefaultNameIsTaken) {
+    cNetworkElement::setElementCounter(7);
+    network.elements["Link8"];
+
+    const cLink link;
+
+    EXPECT_EQ(link.getElementId(), 7);
+}
+
+// ---- kind
+
+struct cKindCase {
+    eLinkKind kind;
+    const char* word;
+};
+
+class cKindWordTest : public cLinkTest, public ::testing::WithParamInterface<cKindCase> {};
+
+TEST_P(cKindWordTest, tellsTheKind) {
+    cLink link;
+
+    link.setLinkKind(GetParam().kind);
+
+    EXPECT_EQ(link.getKind(), GetParam().word);
+    EXPECT_EQ(link.getLinkKind(), GetParam().kind);
+}
+
+INSTANTIATE_TEST_SUITE_P(kinds, cKindWordTest,
+                         ::testing::Values(cKindCase{kindDraw, "DRAWLINK"}, cKindCase{kindRelease, "RELEASELINK"},
+                                           cKindCase{kindFlow, "FLOWLINK"}, cKindCase{kindTypeMismatch, ""},
+                                           cKindCase{kindIncomplete, ""}));
+
+TEST(cLinkKindTest, kindsHaveTheirNumbers) {
+    EXPECT_EQ(kindDraw, 0);
+    EXPECT_EQ(kindRelease, 1);
+    EXPECT_EQ(kindFlow, 2);
+    EXPECT_EQ(kindTypeMismatch, 3);
+    EXPECT_EQ(kindRefused, 7);
+    EXPECT_EQ(kindIncomplete, 8);
+}
+
+TEST_F(cLinkTest, theKindsOfDrawAndReleaseRenewATextEach) {
+    cLink link;
+    for (const cLinkRule& rule : linkRules) link.setRuleText(rule.rule, "7");
+
+    link.setLinkKind(kindFlow);
+    link.setLinkKind(kindIncomplete);
+    EXPECT_EQ(link.getRuleText(eLinkRule::enough), "7");
+    EXPECT_EQ(link.getRuleText(eLinkRule::releaseAmt), "7");
+
+    link.setLinkKind(kindDraw);
+    EXPECT_EQ(link.getRuleText(eLinkRule::enough), "PredNode.CurCount");
+    EXPECT_EQ(link.getRuleText(eLinkRule::releaseAmt), "7");
+
+    link.setLinkKind(kindRelease);
+    EXPECT_EQ(link.getRuleText(eLinkRule::enough), "PredNode.CurCount");
+    EXPECT_EQ(link.getRuleText(eLinkRule::releaseAmt), "1");
+    EXPECT_EQ(link.getRuleText(eLinkRule::drawAmt), "7");
+}
+
+// ---- rules
+
+TEST_F(cLinkTest, aRuleTextReplacesTheOneBefore) {
+    draw.setRuleText(eLinkRule::enough, "5");
+
+    EXPECT_EQ(draw.getRuleText(eLinkRule::enough), "5");
+    EXPECT_EQ(draw.evaluateEnough(), 5.0);
+}
+
+TEST_F(cLinkTest, aRuleTextIsNotTried) {
+    const std::uint32_t state = network.symbols->randomStreams().first().getState();
+
+    draw.setRuleText(eLinkRule::drawAmt, "Rnd()");
+    draw.setRuleText(eLinkRule::drawAmt, "1/0");
+
+    EXPECT_EQ(network.symbols->randomStreams().first().getState(), state);
+}
+
+TEST_F(cLinkTest, aRuleTextThatIsNoFormulaFailsAndStays) {
+    const cException failure = failureOf([&] { draw.setRuleText(eLinkRule::drawAmt, "1+2)"); });
+
+    EXPECT_EQ(failure.code, 2);
+    EXPECT_EQ(failure.expressionText, "1+2)");
+    EXPECT_EQ(draw.getRuleText(eLinkRule::drawAmt), "1+2)");
+}
+
+TEST_F(cLinkTest, rulesMeanTheirOwnLink) {
+    pile.receive(std::make_shared<cResGen>(&soil, 3.0));
+    cNodeQueue& heap = network.addQueue("Heap", soil);
+    const cLink& other = network.addLink("Other", heap, dig);
+
+    EXPECT_EQ(draw.evaluateEnough(), 3.0);
+    EXPECT_EQ(other.evaluateEnough(), 0.0);
+}
+
+TEST_F(cLinkTest, rulesOfALinkThatWasRenamedMeanItStill) {
+    pile.receive(std::make_shared<cResGen>(&soil, 3.0));
+
+    draw.setName("Renamed");
+
+    EXPECT_EQ(draw.evaluateEnough(), 3.0);
+}
+
+TEST_F(cLinkTest, rulesReadKeywordsOfThePredecessorThatNoPathReaches) {
+    pile.receive(std::make_shared<cResGen>(&soil, 3.0));
+    draw.setRuleText(eLinkRule::enough, "PredNode.MaxCont");
+
+    EXPECT_EQ(draw.evaluateEnough(), 3.0);
+}
+
+// ---- keywords
+
+TEST_F(cLinkTest, thereAreNoDrawsOutsideADraw) { EXPECT_EQ(draw.getAttribute("nDraws"), 0.0); }
+
+class cLinkKeywordTest : public cLinkTest, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(cLinkKeywordTest, isUnknown) {
+    const cException failure = failureOf([&] { draw.getAttribute(GetParam()); });
+
+    EXPECT_EQ(failure.code, 2);
+    EXPECT_EQ(failure.message, "Invalid keyword");
+    EXPECT_EQ(failure.location, "In linkDraw");  // the name follows without a blank
+    EXPECT_EQ(failure.expressionText, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(unknown, cLinkKeywordTest, ::testing::Values("", "ndraws", "NDraws", "CurCount"));
+
+// ---- ONFLOW
+
+TEST_F(cLinkTest, flowCodeRunsInOrder) {
+    draw.addOnFlowStatement("POST one");
+    draw.addOnFlowStatement("POST two");
+
+    draw.runOnFlowStatements();
+
+    EXPECT_EQ(network.messages, (cTexts{"one ", "two "}));
+}
+
+TEST_F(cLinkTest, flowCodeThatIsAddedMeanwhileRunsToo) {
+    draw.addOnFlowStatement("POST one");
+    network.onMessage = [&](const std::string& text) {
+        if (text == "one ") draw.addOnFlowStatement("POST two");
+    };
+
+    draw.runOnFlowStatements();
+
+    EXPECT_EQ(network.messages, (cTexts{"one ", "two "}));
+}
+
+TEST_F(cLinkTest, resetForgetsTheFlowCodeAndKeepsTheRules) {
+    draw.addOnFlowStatement("POST one");
+    draw.setRuleText(eLinkRule::drawAmt, "5");
+
+    draw.resetElement();
+    draw.runOnFlowStatements();
+
+    EXPECT_TRUE(network.messages.empty());
+    EXPECT_EQ(draw.getRuleText(eLinkRule::drawAmt), "5");
+    EXPECT_EQ(draw.getPredNode(), &pile);
+}
+
+TEST_F(cLinkTest, flowCodeRunsInTheFirstReplicationOnly) {
+    pile.setInitialContentText("2");
+    network.elements.erase("Release");
+
+    network.run("MULTISIM 3;\nONFLOW Draw POST flow;\n");
+
+    EXPECT_EQ(network.messages, (cTexts{"flow ", "flow "}));
+}
+
+// ---- the successor
+
+TEST_F(cLinkTest, theSuccessorIsToldOfAFlow) {
+    release.forSuccessor(&cNodeReceiver::flowBegin);
+    release.forSuccessor(&cNodeReceiver::flowEnd);
+    release.forSuccessor(&cNodeReceiver::flowSettle);
+
+    EXPECT_EQ(network.messages, (cTexts{"flowBegin Sink", "flowEnd Sink", "flowSettle Sink"}));
+    EXPECT_EQ(&release.receiver(), &sink);
+}
+
+TEST_F(cLinkTest, aSuccessorThatCannotReceiveIsAFailure) {
+    const cException failure = failureOf([&] { draw.forSuccessor(&cNodeReceiver::flowBegin); });
+
+    EXPECT_EQ(failure.code, 2);
+    EXPECT_NE(failure.message.find("Draw"), std::string::npos);
+}
+
+TEST_F(cLinkTest, aMissingSuccessorIsAFailure) {
+    release.setSuccNode(nullptr);
+
+    EXPECT_EQ(failureOf([&] { release.receiver(); }).code, 2);
+}
+
+}  // namespace
