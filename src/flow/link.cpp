@@ -10,10 +10,11 @@ cLink::cLink(const std::string& name)
       cLinkFlow(*network().symbols),
       rules{&enough,     &drawUntil,    &drawAmt,      &drawOrder,    &drawWhere,
             &releaseAmt, &releaseUntil, &releaseOrder, &releaseWhere, &strength} {
-    if (name.empty())
-        takeDefaultName("Link");
-    else
+    if (!name.empty()) {
         setName(name);
+        return;
+    }
+    while (!setName("Link" + std::to_string(getElementCounter()))) setElementCounter(getElementCounter() + 1);
 }
 
 cLink::~cLink() {

@@ -10,6 +10,7 @@
 #include "kernel/receiver.h"
 
 #include <array>
+#include <optional>
 #include <string>
 
 /// Joins two nodes and says how resources go from the first to the second.
@@ -61,7 +62,7 @@ public:
 
 private:
     eLinkKind refuseEnd(eLinkKind reason);
-    eLinkKind become(eLinkKind kind, cResType* type);
+    eLinkKind become(eLinkKind kind, std::optional<cResType*> type);
 
     const std::array<cExpression*, linkRules.size()> rules;  // by eLinkRule
     cStatementList onFlowStatements;

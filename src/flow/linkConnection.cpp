@@ -95,26 +95,26 @@ std::optional<cRule> ruleFor(const cTable& table, const cNode& predecessor, cons
 struct cVerdict {
     bool attach = false;
     eLinkKind kind = kindIncomplete;
-    cResType* type = nullptr;
+    std::optional<cResType*> type = std::nullopt;  // what the link takes; nothing where it keeps its own
 };
 
 cVerdict judge(const cTable& table, cNode& predecessor, cNode& successor, const cLink& link) {
     const std::optional<cRule> rule = ruleFor(table, predecessor, successor);
-    if (!rule) return {false, link.getLinkKind(), nullptr};
-    if (rule->kind == kindRefused) return {false, kindRefused, nullptr};
-    if (rule->ifEqual && typeOf(predecessor) != typeOf(successor)) return {false, kindTypeMismatch, nullptr};
+    if (!rule) return {false, link.getLinkKind()};
+    if (rule->kind == kindRefused) return {false, kindRefused};
+    if (rule->ifEqual && typeOf(predecessor) != typeOf(successor)) return {false, kindTypeMismatch};
     switch (rule->typeFrom) {
         case eTypeFrom::predecessor: return {true, rule->kind, typeOf(predecessor)};
         case eTypeFrom::successor: return {true, rule->kind, typeOf(successor)};
         case eTypeFrom::link: break;
     }
-    return {true, rule->kind, link.getResType()};
+    return {true, rule->kind};
 }
 
 }  // namespace
 
 eLinkKind cLink::setSuccNode(cNode* node) {
-    cVerdict verdict{true, kindIncomplete, getResType()};
+    cVerdict verdict{true};
     if (node != nullptr && predNode != nullptr) verdict = judge(whenSuccessorComesLast, *predNode, *node, *this);
     if (!verdict.attach) return refuseEnd(verdict.kind);
 
@@ -125,7 +125,7 @@ eLinkKind cLink::setSuccNode(cNode* node) {
 }
 
 eLinkKind cLink::setPredNode(cNode* node) {
-    cVerdict verdict{true, kindIncomplete, getResType()};
+    cVerdict verdict{true};
     if (node != nullptr && succNode != nullptr) verdict = judge(whenPredecessorComesLast, *node, *succNode, *this);
     if (!verdict.attach) return refuseEnd(verdict.kind);
 
@@ -141,8 +141,8 @@ eLinkKind cLink::refuseEnd(eLinkKind reason) {
     return reason;
 }
 
-eLinkKind cLink::become(eLinkKind kind, cResType* type) {
-    if (type != getResType()) setResType(type);
+eLinkKind cLink::become(eLinkKind kind, std::optional<cResType*> type) {
+    if (type) setResType(*type);
     setLinkKind(kind);
     return linkKind;
 }

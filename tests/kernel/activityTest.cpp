@@ -190,6 +190,16 @@ TEST_F(cActivityTest, aStartAtANegativeTimeCountsNoIntervalAfterIt) {
     EXPECT_EQ(s.maxInter, -1.0);
 }
 
+TEST_F(cActivityTest, aStartAtATimeThatIsNotANumberHasNoIntervalThatIsOne) {
+    const cNodeAct::cStatistics& s = afterStarts({notANumber, 3.0});
+
+    EXPECT_EQ(s.firstStart, 3.0);
+    EXPECT_EQ(s.lastStart, 3.0);
+    EXPECT_TRUE(std::isnan(s.aveInter));
+    EXPECT_EQ(s.minInter, 1000000.0);
+    EXPECT_EQ(s.maxInter, -1.0);
+}
+
 // ---- a start
 
 TEST_F(cActivityTest, theDurationExpressionDecidesWhereMinusOneIsGiven) {

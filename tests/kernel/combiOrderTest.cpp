@@ -1,3 +1,4 @@
+#include "support/failureOf.h"
 #include "support/watchedNetwork.h"
 
 #include <gtest/gtest.h>
@@ -136,6 +137,15 @@ TEST_F(cCombiOrderTest, aRandomPriorityDrawsOncePerComparison) {
     cRandomGenerator twin = before;
     for (int draw = 0; draw < 1 + 2 + 2; ++draw) twin.uniform();
     EXPECT_EQ(network.symbols->randomStreams().first().getState(), twin.getState());
+}
+
+TEST_F(cCombiOrderTest, anOrderOfVeryManyCanBeStopped) {
+    for (int i = 100; i < 300; ++i) addCombi("C" + std::to_string(i), std::to_string(1000 - i));
+    network.stopAtHostEvent = 1;
+
+    const cException failure = failureOf([&] { network.orderCombis(); });
+
+    EXPECT_EQ(failure.code, failureCode::userStop);
 }
 
 TEST_F(cCombiOrderTest, aRenamedCombiIsEnteredUnderItsFirstName) {

@@ -1,17 +1,9 @@
 #include "kernel/queue.h"
 
-#include "kernel/trace.h"
 #include "support/failureOf.h"
-#include "support/watchedNetwork.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
+#include "support/queueTest.h"
 
 namespace {
-
-using cTexts = std::vector<std::string>;
 
 /// A queue that counts how often it would be drawn anew.
 class cDrawnQueue : public cNodeQueue {
@@ -19,42 +11,6 @@ public:
     void redrawQueue() override { ++redraws; }
 
     int redraws = 0;
-};
-
-/// A generic queue of soil, Pile, with a Combi behind it, and one of trucks, Yard, with another. Both Combis have
-/// nothing to wait for yet.
-class cQueueTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        network.addLink("L1", pile, dig);
-        network.addLink("L2", yard, haul);
-    }
-
-    void receiveSoil(double amount) { pile.receive(std::make_shared<cResGen>(&soil, amount)); }
-    void receiveSoilAt(double time, double amount) {
-        network.simTime = time;
-        receiveSoil(amount);
-    }
-    std::shared_ptr<cResCompound> receiveTruck() {
-        auto made = std::make_shared<cResCompound>(&truck);
-        yard.receive(made);
-        return made;
-    }
-    /// The numbers of the trucks in the yard, front first.
-    std::vector<int> trucksInOrder() const {
-        std::vector<int> numbers;
-        for (const cResPtr& waiting : yard.getContents())
-            numbers.push_back(dynamic_cast<const cResChar&>(*waiting).getResNum());
-        return numbers;
-    }
-
-    cWatchedNetwork network;
-    cResTypeGen& soil = network.addGenericType("Soil");
-    cResTypeCompound& truck = network.addCompoundType("Truck");
-    cNodeQueue& pile = network.addQueue("Pile", soil);
-    cNodeQueue& yard = network.addQueue("Yard", truck);
-    cNodeActCombi& dig = network.addCombi("Dig");
-    cNodeActCombi& haul = network.addCombi("Haul");
 };
 
 // ---- what comes in
@@ -94,16 +50,6 @@ TEST_F(cQueueTest, aResourceKnowsWhereItWaitsAndSinceWhen) {
 
     EXPECT_EQ(made->timeIn, 7.0);
     EXPECT_EQ(made->holderElement, &yard);
-}
-
-TEST_F(cQueueTest, theMaximumGrowsOnlyWhenItIsPassed) {
-    receiveSoil(4.0);
-    pile.drawAmount(4.0);
-
-    receiveSoil(4.0);
-
-    EXPECT_EQ(pile.getAttribute("MaxCont"), 4.0);
-    EXPECT_EQ(pile.getAttribute("TotCount"), 8.0);
 }
 
 TEST_F(cQueueTest, aQueueWithoutOutLinksReceivesAndCounts) {
@@ -153,89 +99,6 @@ TEST_F(cQueueTest, anAmountWithoutATypeIsRefusedByACharacterizedQueue) {
     EXPECT_EQ(failure.code, 2);
 }
 
-// ---- order
-
-/// Order keys are the host's answers, by the number of the truck that is in hand.
-class cQueueOrderTest : public cQueueTest {
-protected:
-    void SetUp() override {
-        yard.setOrderKeyText("GET(\"key\")");
-        network.onGet = [this](const std::string&) {
-            askedTrucks.push_back(network.resourceInHand()->getResNum());
-            return keys.at(askedTrucks.back());
-        };
-    }
-
-    std::map<int, double> keys;
-    std::vector<int> askedTrucks;
-};
-
-TEST_F(cQueueOrderTest, smallerKeysStandInFrontAndEqualOnesInOrderOfArrival) {
-    keys = {{1, 2.0}, {2, 1.0}, {3, 2.0}};
-
-    for (int i = 0; i < 3; ++i) receiveTruck();
-
-    EXPECT_EQ(trucksInOrder(), (std::vector<int>{2, 1, 3}));
-}
-
-TEST_F(cQueueOrderTest, keysAreWorkedOutAnewAtEachInsertionFromTheFront) {
-    keys = {{1, 1.0}, {2, 2.0}, {3, 1.5}};
-
-    for (int i = 0; i < 3; ++i) receiveTruck();
-
-    EXPECT_EQ(askedTrucks, (std::vector<int>{1,           // into the empty queue
-                                             2, 1,        // behind 1
-                                             3, 1, 2}));  // stops at 2
-    EXPECT_EQ(trucksInOrder(), (std::vector<int>{1, 3, 2}));
-}
-
-TEST_F(cQueueOrderTest, aKeyThatIsNotANumberGoesToTheEndAndIsPassedByAll) {
-    keys = {{1, std::nan("")}, {2, 1.0}, {3, std::nan("")}};
-
-    for (int i = 0; i < 3; ++i) receiveTruck();
-
-    EXPECT_EQ(trucksInOrder(), (std::vector<int>{1, 2, 3}));
-}
-
-TEST_F(cQueueOrderTest, theStackIsEmptyAgainAfterwards) {
-    keys = {{1, 1.0}, {2, 1.0}};
-
-    for (int i = 0; i < 2; ++i) receiveTruck();
-
-    EXPECT_TRUE(network.symbols->getResourceStack().empty());
-}
-
-TEST_F(cQueueTest, theDefaultKeyMeansNothingAndKeepsTheOrderOfArrival) {
-    EXPECT_EQ(yard.getOrderKeyText(), "TimeIn");
-    for (const double time : {9.0, 3.0, 6.0}) {
-        network.simTime = time;
-        receiveTruck();
-    }
-
-    EXPECT_EQ(trucksInOrder(), (std::vector<int>{1, 2, 3}));
-}
-
-TEST_F(cQueueTest, aRandomKeyDrawsOnceForTheNewcomerAndOncePerEntryVisited) {
-    yard.setOrderKeyText("Rnd()");
-    receiveTruck();
-    cRandomGenerator twin = network.symbols->randomStreams().first();
-
-    receiveTruck();
-
-    twin.uniform();
-    twin.uniform();
-    EXPECT_EQ(network.symbols->randomStreams().first().getState(), twin.getState());
-}
-
-TEST_F(cQueueTest, aFailingKeyComesOutOfReceive) {
-    yard.setOrderKeyText("1/(1-SimTime)");
-    network.simTime = 1.0;
-
-    const cException failure = failureOf([&] { receiveTruck(); });
-
-    EXPECT_EQ(failure.message, "Division by 0.");
-}
-
 // ---- what goes out
 
 TEST_F(cQueueTest, aDrawGivesNoMoreThanIsThere) {
@@ -254,21 +117,6 @@ TEST_F(cQueueTest, aDrawTakesWhatIsAskedFor) {
 
     EXPECT_EQ(pile.getCurCount(), 3.5);
     EXPECT_EQ(pile.getAttribute("TotCount"), 5.0);
-}
-
-TEST_F(cQueueTest, theMinimumReads0WhateverIsDrawn) {
-    receiveSoil(5.0);
-    for (const double amount : {2.0, 9.0, -3.0, 1.0}) pile.drawAmount(amount);
-
-    EXPECT_EQ(pile.getAttribute("MinCont"), 0.0);
-}
-
-TEST_F(cQueueTest, aCharacterizedDrawLeavesTheMinimumToo) {
-    const auto made = receiveTruck();
-
-    yard.drawInstance(made);
-
-    EXPECT_EQ(yard.getAttribute("MinCont"), 0.0);
 }
 
 TEST_F(cQueueTest, aResourceIsTakenOutFromAnywhereAndTheGapCloses) {
@@ -359,94 +207,6 @@ TEST_F(cQueueTest, everyCombiBehindIsWoken) {
     EXPECT_TRUE(haul.mayAttempt());
 }
 
-// ---- entry code and the record of draws
-
-TEST_F(cQueueTest, anEntryLeavesABareLineFeedInTheTraceThenAnEventPointThenItsCode) {
-    network.execute("ONENTRY Pile POST \"%f\" Pile.CurCount;\n");
-    network.onEventPoint = [&] { network.messages.push_back("event behind " + network.traceLines.back()); };
-
-    receiveSoil(3.0);
-
-    EXPECT_EQ(network.messages, (cTexts{"event behind \n", "3.000000"}));
-}
-
-TEST_F(cQueueTest, entryCodeHasTheResourceThatCameIn) {
-    network.execute("ONENTRY Yard POST in;\n");
-    const cRes* seen = nullptr;
-    network.onMessage = [&](const std::string&) { seen = network.symbols->currentResource; };
-
-    const auto made = receiveTruck();
-
-    EXPECT_EQ(seen, made.get());
-    EXPECT_EQ(network.symbols->currentResource, nullptr);
-}
-
-TEST_F(cQueueTest, entryCodeOfAnAmountHasItTooButNothingOnTheStack) {
-    network.execute("ONENTRY Pile POST in;\n");
-    double seen = 0.0;
-    std::size_t onStack = 9;
-    network.onMessage = [&](const std::string&) {
-        seen = network.symbols->currentResource->quantity();
-        onStack = network.symbols->getResourceStack().size();
-    };
-
-    receiveSoil(3.0);
-
-    EXPECT_EQ(seen, 3.0);
-    EXPECT_EQ(onStack, 0U);
-}
-
-TEST_F(cQueueTest, theResourceStaysOnTheStackWhileTheEntryCodeRuns) {
-    network.execute("ONENTRY Yard POST in;\n");
-    const cRes* inHand = nullptr;
-    network.onMessage = [&](const std::string&) { inHand = network.resourceInHand(); };
-
-    const auto made = receiveTruck();
-
-    EXPECT_EQ(inHand, made.get());
-}
-
-TEST_F(cQueueTest, theMaximumIsTakenBehindTheEntryCode) {
-    network.execute("ONENTRY Pile POST in;\n");
-    double seen = 9.0;
-    network.onMessage = [&](const std::string&) { seen = pile.getAttribute("MaxCont"); };
-
-    receiveSoil(3.0);
-
-    EXPECT_EQ(seen, 0.0);
-    EXPECT_EQ(pile.getAttribute("MaxCont"), 3.0);
-}
-
-TEST_F(cQueueTest, aDrawIsRecordedWithTheCountsBehindItAndThenComesAnEventPoint) {
-    receiveSoil(9.0);
-    network.simTime = 7.0;
-    network.onEventPoint = [&] { network.messages.push_back(network.traceLines.back()); };
-
-    pile.drawAmount(5.0);
-
-    EXPECT_EQ(network.messages, cTexts{"7.00,ONDRAWFROM,Pile,,,,4.00,9.00,\n"});
-}
-
-TEST_F(cQueueTest, aDrawRunsNoCode) {
-    receiveSoil(9.0);
-    network.execute("ONENTRY Pile POST in;\n");
-
-    pile.drawAmount(5.0);
-
-    EXPECT_TRUE(network.messages.empty());
-}
-
-TEST_F(cQueueTest, aCharacterizedDrawIsRecordedWhetherItFindsSomethingOrNot) {
-    const auto made = receiveTruck();
-    network.traceLines.clear();
-
-    yard.drawInstance(made);
-    yard.drawInstance(made);
-
-    const std::string line = "0.00,ONDRAWFROM,Yard,,,,0.00,1.00,\n";
-    EXPECT_EQ(network.traceLines, (cTexts{line, line}));
-}
-
 TEST_F(cQueueTest, everyChangeIsDrawnAnew) {
     cDrawnQueue drawn;
     drawn.setResType(&soil);
@@ -462,88 +222,6 @@ TEST_F(cQueueTest, everyChangeIsDrawnAnew) {
     drawn.drawInstance(made);
     EXPECT_EQ(drawn.redraws, 5);
 }
-
-// ---- statistics
-
-TEST_F(cQueueTest, averagesUseTheAreaAsOfTheLastChange) {
-    receiveSoilAt(0.0, 5.0);
-    network.simTime = 10.0;
-    pile.drawAmount(2.0);
-    network.simTime = 20.0;
-
-    EXPECT_EQ(pile.getAttribute("AveCont"), 50.0 / 20.0);  // the segment since time 10 isn't in it
-    EXPECT_EQ(pile.getAttribute("AveWait"), 50.0 / 5.0);
-
-    pile.drawAmount(0.0);
-    EXPECT_EQ(pile.getAttribute("AveCont"), (50.0 + 30.0) / 20.0);
-    EXPECT_EQ(pile.getAttribute("AveWait"), (50.0 + 30.0) / 5.0);
-}
-
-TEST_F(cQueueTest, aCharacterizedQueueAveragesLikewise) {
-    const auto made = receiveTruck();
-    receiveTruck();
-    network.simTime = 10.0;
-    yard.drawInstance(made);
-    network.simTime = 40.0;
-
-    EXPECT_EQ(yard.getAttribute("AveCont"), 20.0 / 40.0);
-    EXPECT_EQ(yard.getAttribute("AveWait"), 20.0 / 2.0);
-}
-
-TEST_F(cQueueTest, aDrawThatFindsNothingClosesTheSegmentToo) {
-    receiveTruck();
-    network.simTime = 10.0;
-
-    yard.drawInstance(nullptr);
-
-    EXPECT_EQ(yard.getAttribute("AveCont"), 1.0);
-}
-
-TEST_F(cQueueTest, theAverageWaitIs0WhileEverythingHappenedAtTime0) {
-    receiveSoil(5.0);
-    pile.drawAmount(2.0);
-    network.simTime = 20.0;
-
-    EXPECT_EQ(pile.getAttribute("AveWait"), 0.0);
-}
-
-TEST_F(cQueueTest, theAverageWaitIsNotANumberWhenNothingCameIn) {
-    network.simTime = 3.0;
-    pile.drawAmount(1.0);
-
-    EXPECT_TRUE(std::isnan(pile.getAttribute("AveWait")));
-}
-
-TEST_F(cQueueTest, theAverageContentIsNotANumberAtTime0) {
-    receiveSoil(5.0);
-
-    EXPECT_TRUE(std::isnan(pile.getAttribute("AveCont")));
-}
-
-TEST_F(cQueueTest, theAverageContentIs0WhenNothingCameIn) {
-    EXPECT_EQ(pile.getAttribute("AveCont"), 0.0);
-    EXPECT_EQ(pile.getAttribute("AveWait"), 0.0);
-}
-
-TEST_F(cQueueTest, nothingRecordsTheLastAmount) {
-    receiveSoil(5.0);
-
-    EXPECT_EQ(pile.getAttribute("LastAmtReceived"), 0.0);
-}
-
-class cQueueKeywordTest : public cQueueTest, public ::testing::WithParamInterface<const char*> {};
-
-TEST_P(cQueueKeywordTest, isUnknownAndNamedTogetherWithTheQueue) {
-    const cException failure = failureOf([&] { pile.getAttribute(GetParam()); });
-
-    EXPECT_EQ(failure.code, 0);
-    EXPECT_EQ(failure.message, std::string("Invalid keyword ") + GetParam());
-    EXPECT_EQ(failure.location, "In queue Pile");
-    EXPECT_EQ(failure.expressionText, "");
-}
-
-INSTANTIATE_TEST_SUITE_P(unknown, cQueueKeywordTest,
-                         ::testing::Values("", "curcount", "CurCount ", "MaxCount", "MinCount", "AveCount", "Nope"));
 
 // ---- type
 
@@ -604,19 +282,6 @@ TEST_F(cQueueTest, aTypeThatIsReplacedWhileResourcesWaitLeavesNothingDangling) {
 
 // ---- reset
 
-TEST_F(cQueueTest, resetEmptiesTheQueueAndItsStatistics) {
-    receiveSoilAt(0.0, 5.0);
-    network.simTime = 10.0;
-    pile.drawAmount(1.0);
-
-    pile.resetElement();
-
-    for (const char* keyword : {"CurCount", "TotCount", "MinCont", "MaxCont", "AveWait", "AveCont"})
-        EXPECT_EQ(pile.getAttribute(keyword), 0.0) << keyword;
-    ASSERT_EQ(pile.getContents().size(), 1U);
-    EXPECT_EQ(pile.getContents().front()->quantity(), 0.0);
-}
-
 TEST_F(cQueueTest, resetDestroysWhatWaits) {
     const std::weak_ptr<cRes> waiting = receiveTruck();
 
@@ -653,24 +318,7 @@ TEST_F(cQueueTest, entryCodeRunsInTheFirstReplicationOnly) {
 
     network.run("MULTISIM 3;\nONENTRY Pile POST in;\n");
 
-    EXPECT_EQ(network.messages, cTexts{"in "});
-}
-
-TEST_F(cQueueTest, theInitialContentCountsAsReceivedAtTime0) {
-    pile.setInitialContentText("9");
-    dig.setDurationText("1");
-
-    network.run("SIMULATECONDITION SimTime>=1;\n");
-
-    const std::vector<double> means = network.runStatistics->getMeans();
-    const std::vector<std::string> names = network.runStatistics->columnNames();
-    const auto valueOf = [&](const std::string& name) {
-        return means.at(static_cast<std::size_t>(std::ranges::find(names, name) - names.begin()));
-    };
-    EXPECT_EQ(valueOf("Pile.TotCount"), 9.0);
-    EXPECT_EQ(valueOf("Pile.MaxCont"), 9.0);
-    EXPECT_EQ(valueOf("Pile.CurCount"), 0.0);
-    EXPECT_EQ(valueOf("Pile.AveWait"), 0.0);
+    EXPECT_EQ(network.messages, (std::vector<std::string>{"in "}));
 }
 
 }  // namespace

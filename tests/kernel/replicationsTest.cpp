@@ -443,6 +443,15 @@ TEST_F(cReplicationsTest, theUsersStopEndsTheRunAndWhatWasGatheredStays) {
     EXPECT_EQ(network.messages.back(), "replication 2 of 9");
 }
 
+TEST_F(cReplicationsTest, replicationsThatAreOverAtOnceCanBeStopped) {
+    network.stopAtHostEvent = 1;
+
+    const cException failure = failureOf([&] { run("SIMULATECONDITION 1;\nMULTISIM 50000;\n"); });
+
+    EXPECT_EQ(failure.code, failureCode::userStop);
+    EXPECT_GT(network.runStatistics->getReplicationCount(), 0);
+}
+
 TEST_F(cReplicationsTest, aRunCanFollowOneThatWasStopped) {
     network.addLink("Back", dig, pile);
     pile.setInitialContentText("1");

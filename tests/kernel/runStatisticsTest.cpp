@@ -205,6 +205,17 @@ TEST_F(cRunStatisticsTest, theRowKeepsItsLengthWhenAnElementHasCome) {
     EXPECT_EQ(statistics.getMeans(), std::vector<double>{1.0});
 }
 
+TEST_F(cRunStatisticsTest, theNamesAreThoseOfThePreparation) {
+    cNodeQueue& queue = network.addQueue("Q", network.addGenericType("Soil"));
+    statistics.prepare();
+    const cTexts names = statistics.columnNames();
+
+    queue.setName("Renamed");
+    network.addCombi("C");
+
+    EXPECT_EQ(statistics.columnNames(), names);
+}
+
 TEST_F(cRunStatisticsTest, anEntryAddedBehindThePreparationHasNoColumn) {
     statistics.prepare();
     network.execute("ADDTORESULTS late 1;\n");
