@@ -8,6 +8,18 @@ constexpr char quote = '\'';
 
 bool holdsQuote(const std::string& word) { return word.find(quote) != std::string::npos; }
 
+/// The pieces between the separators, empty ones too: one more than there are separators.
+std::vector<std::string> splitAt(char separator, std::string_view text) {
+    std::vector<std::string> pieces;
+    std::size_t begin = 0;
+    for (std::size_t end = text.find(separator); end != std::string_view::npos; end = text.find(separator, begin)) {
+        pieces.emplace_back(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    pieces.emplace_back(text.substr(begin));
+    return pieces;
+}
+
 }  // namespace
 
 std::vector<std::string> tokeniseStatement(const std::string& text) {
@@ -29,13 +41,8 @@ std::vector<std::string> tokeniseStatement(const std::string& text) {
 }
 
 std::vector<std::string> splitName(std::string_view name) {
-    std::vector<std::string> parts;
-    std::size_t begin = 0;
-    for (std::size_t dot = name.find('.'); dot != std::string_view::npos; dot = name.find('.', begin)) {
-        parts.emplace_back(name.substr(begin, dot - begin));
-        begin = dot + 1;
-    }
-    if (begin < name.size()) parts.emplace_back(name.substr(begin));
+    std::vector<std::string> parts = splitAt('.', name);
+    if (parts.back().empty()) parts.pop_back();
     return parts;
 }
 
@@ -45,13 +52,4 @@ std::string joinWords(const std::vector<std::string>& words, std::size_t first) 
     return joined;
 }
 
-std::vector<std::string> splitLines(std::string_view text) {
-    std::vector<std::string> lines;
-    std::size_t begin = 0;
-    for (std::size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n', begin)) {
-        lines.emplace_back(text.substr(begin, end - begin));
-        begin = end + 1;
-    }
-    lines.emplace_back(text.substr(begin));
-    return lines;
-}
+std::vector<std::string> splitLines(std::string_view text) { return splitAt('\n', text); }

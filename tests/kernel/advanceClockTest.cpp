@@ -107,9 +107,9 @@ TEST_F(cAdvanceClockTest, anEndThatIsNotANumberGoesInFrontOfAllOthers) {
 
     const std::vector<double> times = calendarTimes();
     ASSERT_EQ(times.size(), 3U);
-    EXPECT_EQ(times[0], 1.0);
-    EXPECT_NE(times[1], times[1]);
-    EXPECT_EQ(times[2], -5.0);
+    EXPECT_EQ(times.at(0), 1.0);
+    EXPECT_NE(times.at(1), times.at(1));
+    EXPECT_EQ(times.at(2), -5.0);
 }
 
 TEST_F(cAdvanceClockTest, anEndlessDurationGoesBehindAllOthers) {

@@ -90,7 +90,7 @@ TEST_F(cCombiTest, drawsFollowTheNamesOfTheLinks) {
 
     load.attempt();
 
-    EXPECT_EQ(network.traceLines[1], "0.00,ONDRAWFROM,Sand,,,,1.00,2.00,\n");
+    EXPECT_EQ(network.traceLines.at(1), "0.00,ONDRAWFROM,Sand,,,,1.00,2.00,\n");
 }
 
 TEST_F(cCombiTest, theFirstQueueKeepsItsContentWhenTheSecondDoesNotSupportTheCombi) {
@@ -313,8 +313,8 @@ TEST_F(cCombiTest, aSemaphoreThatWaitsForATimeOpensThen) {
     network.execute("SIMULATECONDITION SimTime>=9;\nSIMULATE;\n");
 
     EXPECT_EQ(dig.getStatistics().firstStart, 6.0);
-    EXPECT_EQ(attempts()[3], "3.00,ATTEMPT,Dig,Fail-Semaphore,,,,\n");
-    EXPECT_EQ(attempts()[4], "6.00,ATTEMPT,Dig,Success,,,,\n");
+    EXPECT_EQ(attempts().at(3), "3.00,ATTEMPT,Dig,Fail-Semaphore,,,,\n");
+    EXPECT_EQ(attempts().at(4), "6.00,ATTEMPT,Dig,Success,,,,\n");
 }
 
 TEST_F(cCombiTest, threeSuccessesAndAFailureLeaveTheirLinesInThatOrder) {

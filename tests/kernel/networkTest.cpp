@@ -208,7 +208,7 @@ TEST_F(cNetworkTest, codeForAnElementThatIsNotThereLeavesARunUndisturbed) {
 
     EXPECT_TRUE(network.elements.contains("Nope"));
     EXPECT_EQ(network.findElement("Nope"), nullptr);
-    EXPECT_EQ(network.runStatistics->getMeans()[1], 3.0);
+    EXPECT_EQ(network.runStatistics->getMeans().at(1), 3.0);
     EXPECT_TRUE(network.messages.empty());
 }
 

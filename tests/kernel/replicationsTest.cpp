@@ -128,7 +128,7 @@ TEST_F(cReplicationsTest, namesOfTheWaitingLinesAreThereForTheGlobalCode) {
 
     run("POST \"%d\" x;\n");
 
-    EXPECT_EQ(network.messages[1], "5");
+    EXPECT_EQ(network.messages.at(1), "5");
 }
 
 TEST_F(cReplicationsTest, theNumberOfTheClosingStatementsIsTheLastWord) {
@@ -185,15 +185,15 @@ TEST_F(cReplicationsTest, aRandomContentIsDrawnOncePerRun) {
     run("MULTISIM 3;\nSIMULATECONDITION 1;\n");
 
     ASSERT_EQ(totals.size(), 3U);
-    EXPECT_GT(totals[0], 1.0);
-    EXPECT_EQ(totals[1], totals[0]);
-    EXPECT_EQ(totals[2], totals[0]);
+    EXPECT_GT(totals.at(0), 1.0);
+    EXPECT_EQ(totals.at(1), totals.at(0));
+    EXPECT_EQ(totals.at(2), totals.at(0));
 }
 
 TEST_F(cReplicationsTest, aSimulateInTheGlobalCodeIsARunOfItsOwn) {
     run("INIT Pile 2;\nSIMULATE;\nPOST \"%f %d\" SimTime Dig.TotInst;\n");
 
-    EXPECT_EQ(network.messages[1], "2.000000 2");
+    EXPECT_EQ(network.messages.at(1), "2.000000 2");
     EXPECT_EQ(network.runStatistics->getReplicationCount(), 1);
 }
 
@@ -331,8 +331,8 @@ TEST_F(cReplicationSeedTest, stream0BeginsAnewWithEachSeed) {
         generator.uniform();  // of the trial
         return std::to_string(roundThroughText(generator.uniform()));
     };
-    EXPECT_EQ(network.messages[3], firstValue(1000));
-    EXPECT_EQ(network.messages[6], firstValue(1001));
+    EXPECT_EQ(network.messages.at(3), firstValue(1000));
+    EXPECT_EQ(network.messages.at(6), firstValue(1001));
 }
 
 TEST_F(cReplicationSeedTest, aSingleRunKeepsTheSeedThatTheModelSets) {

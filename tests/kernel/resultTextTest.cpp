@@ -55,7 +55,7 @@ TEST_F(cResultTextTest, theQueueTableHasTwoDecimals) {
               (std::vector<std::string>{"Queue\nName", "Resource\nType", "Current\nCount", "Total\nCount",
                                         "Average\nWait", "Average\nContent", "Minimum\nContent", "Maximum\nContent"}));
     ASSERT_EQ(table.rows.size(), 1U);
-    EXPECT_EQ(table.rows[0],
+    EXPECT_EQ(table.rows.at(0),
               (std::vector<std::string>{"Pile", "Soil", "3.00", "5.00", "10.00", "2.50", "0.00", "5.00"}));
 }
 
@@ -70,7 +70,7 @@ TEST_F(cResultTextTest, theActivityTableHasSixDigitsAndNoCurrentInstances) {
                                                         "Maximum\nDuration", "Average\nInterval", "Std. Dev.\nInterval",
                                                         "Minimum\nInterval", "Maximumn\nInterval"}));
     ASSERT_EQ(table.rows.size(), 1U);
-    EXPECT_EQ(table.rows[0],
+    EXPECT_EQ(table.rows.at(0),
               (std::vector<std::string>{"Dig", "2", "0", "5", "1.41421", "4", "6", "inf", "inf", "3", "3"}));
 }
 
@@ -84,10 +84,10 @@ TEST_F(cResultTextTest, rowsFollowTheNamesOfTheElements) {
     const cResultTable activities = activityTable(network);
 
     ASSERT_EQ(queues.rows.size(), 2U);
-    EXPECT_EQ(queues.rows[0][0], "Apron");
-    EXPECT_EQ(queues.rows[1][2], "3.00");  // Pile's, behind the columns of Apron and Dig
+    EXPECT_EQ(queues.rows.at(0).at(0), "Apron");
+    EXPECT_EQ(queues.rows.at(1).at(2), "3.00");  // Pile's, behind the columns of Apron and Dig
     ASSERT_EQ(activities.rows.size(), 2U);
-    EXPECT_EQ(activities.rows[1],
+    EXPECT_EQ(activities.rows.at(1),
               (std::vector<std::string>{"Zap", "0", "0", "0", "0", "1e+06", "-1", "0", "0", "1e+06", "-1"}));
 }
 
@@ -95,7 +95,7 @@ TEST_F(cResultTextTest, aQueueWithoutATypeHasAnEmptyTypeName) {
     gather();
     network.resourceTypes.clear();
 
-    EXPECT_EQ(queueTable(network).rows[0][1], "");
+    EXPECT_EQ(queueTable(network).rows.at(0).at(1), "");
 }
 
 TEST_F(cResultTextTest, theTextOfASingleRunHoldsLabelAndBothTables) {
@@ -115,10 +115,10 @@ TEST_F(cResultTextTest, figuresThatAreNotNumbersAreShownAsSuch) {
     dig.startInstance({}, 7.0, 5.0);
     gather();
 
-    const std::vector<std::string> row = activityTable(network).rows[0];
+    const std::vector<std::string> row = activityTable(network).rows.at(0);
 
-    EXPECT_EQ(row[7], "nan");
-    EXPECT_EQ(row[8], "nan");
+    EXPECT_EQ(row.at(7), "nan");
+    EXPECT_EQ(row.at(8), "nan");
 }
 
 TEST_F(cResultTextTest, anElementThatCameAfterTheRunHasNoRow) {
@@ -167,10 +167,10 @@ TEST_F(cResultTextTest, aLabelLikeASuffixIsPlainText) {
 
     const std::vector<cResultEntry> entries = resultEntries(network);
 
-    EXPECT_EQ(entries[1].key, "Dig.AveDur");
-    EXPECT_EQ(entries[1].value, 7.0);
-    EXPECT_EQ(entries[3].key, "Dig.AveDur");
-    EXPECT_EQ(entries[3].value, 5.0);
+    EXPECT_EQ(entries.at(1).key, "Dig.AveDur");
+    EXPECT_EQ(entries.at(1).value, 7.0);
+    EXPECT_EQ(entries.at(3).key, "Dig.AveDur");
+    EXPECT_EQ(entries.at(3).value, 5.0);
 }
 
 }  // namespace

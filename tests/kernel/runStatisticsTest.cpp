@@ -138,7 +138,7 @@ TEST_F(cRunStatisticsTest, aValueThatIsNotANumberStaysInItsMean) {
     gatherAt(std::nan(""));
     gatherAt(2.0);
 
-    EXPECT_TRUE(std::isnan(statistics.getMeans()[0]));
+    EXPECT_TRUE(std::isnan(statistics.getMeans().at(0)));
 }
 
 TEST_F(cRunStatisticsTest, rowsTakeTheFiguresOfTheElements) {
@@ -152,9 +152,9 @@ TEST_F(cRunStatisticsTest, rowsTakeTheFiguresOfTheElements) {
 
     const std::vector<double>& means = statistics.getMeans();
     const std::vector<double> ofCombi(means.begin() + 1, means.begin() + 10);
-    EXPECT_EQ(ofCombi[0], 1.0);
-    EXPECT_EQ(ofCombi[1], 5.0);
-    EXPECT_TRUE(std::isnan(ofCombi[2]));
+    EXPECT_EQ(ofCombi.at(0), 1.0);
+    EXPECT_EQ(ofCombi.at(1), 5.0);
+    EXPECT_TRUE(std::isnan(ofCombi.at(2)));
     EXPECT_EQ(std::vector<double>(ofCombi.begin() + 3, ofCombi.end()),
               (std::vector<double>{5.0, 5.0, 0.0, 0.0, 1000000.0, -1.0}));
     EXPECT_EQ(std::vector<double>(means.begin() + 10, means.end()),
@@ -169,7 +169,7 @@ TEST_F(cRunStatisticsTest, anEntryIsCompiledAtEachReplicationWithItsTrial) {
     gatherAt(1.0);
 
     twin.uniform();
-    EXPECT_EQ(statistics.getMeans()[1], roundThroughText(twin.uniform()));
+    EXPECT_EQ(statistics.getMeans().at(1), roundThroughText(twin.uniform()));
     EXPECT_EQ(network.symbols->randomStreams().first().getState(), twin.getState());
 }
 
@@ -192,8 +192,8 @@ TEST_F(cRunStatisticsTest, theRowKeepsItsLengthWhenAnElementIsGone) {
     gatherAt(1.0);
 
     EXPECT_EQ(statistics.getMeans().size(), 7U);
-    EXPECT_EQ(statistics.getMeans()[0], 1.0);
-    EXPECT_TRUE(std::isnan(statistics.getMeans()[6]));
+    EXPECT_EQ(statistics.getMeans().at(0), 1.0);
+    EXPECT_TRUE(std::isnan(statistics.getMeans().at(6)));
 }
 
 TEST_F(cRunStatisticsTest, theRowKeepsItsLengthWhenAnElementHasCome) {
