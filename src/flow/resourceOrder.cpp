@@ -2,6 +2,8 @@
 
 #include "language/symbols.h"
 
+#include <utility>
+
 double keyOf(const cResPtr& resource, const cExpression& key, const std::string& owner, cSymbols& symbols) {
     const cSymbols::cResourceInHand inHand(symbols, resource.get());
     return key.evaluate(owner);
@@ -10,14 +12,14 @@ double keyOf(const cResPtr& resource, const cExpression& key, const std::string&
 std::vector<cResPtr> orderedByKey(std::vector<cResPtr> candidates, const cExpression& key, const std::string& owner,
                                   cSymbols& symbols) {
     std::vector<cResPtr> ordered;
-    for (const cResPtr& candidate : candidates) {
+    for (cResPtr& candidate : candidates) {
         const double candidateKey = keyOf(candidate, key, owner, symbols);
         auto place = ordered.begin();
         while (place != ordered.end() && !(keyOf(*place, key, owner, symbols) > candidateKey)) {
             ++place;
             symbols.breathe();
         }
-        ordered.insert(place, candidate);
+        ordered.insert(place, std::move(candidate));
     }
     return ordered;
 }
