@@ -93,15 +93,11 @@ cRunCode cRunJob::readCode() {
 std::string cRunJob::readGlobalCode() {
     std::istringstream text(readFile(options.modelPath));
     cEngineBuilder builder(network);
-    try {
-        const cModelReading reading = readModel(text, builder);
-        for (const cModelWarning& warning : reading.warnings)
-            messages << placeInFile(options.modelPath, warning.line) << ": " << warning.message << '\n';
-        if (!reading.isRunnable) throw cFileError{"nothing to run in " + options.modelPath};
-        return reading.globalCode;
-    } catch (const cModelError& error) {
-        throw cFileError{placeInFile(options.modelPath, error.line) + ": " + error.message};
-    }
+    const cModelReading reading = readModel(text, builder);
+    for (const cModelWarning& warning : reading.warnings)
+        messages << placeInFile(options.modelPath, warning.line) << ": " << warning.message << '\n';
+    if (!reading.isRunnable) throw cFileError{"nothing to run in " + options.modelPath};
+    return reading.globalCode;
 }
 
 /// Reads and runs. The stop and a lack of memory can come in both. @return the exit status so far.

@@ -61,4 +61,18 @@ cNodeReceiver& cLink::receiver() const {
     throw cException{failureCode::expression, message, {}, {}};
 }
 
-void cLink::forSuccessor(void (cNodeReceiver::*operation)()) { (receiver().*operation)(); }
+void cLink::forSuccessor(void (cNodeReceiver::*operation)()) {
+    const cNetwork::cNesting flow(network(), *this);
+    network().breathe();
+    (receiver().*operation)();
+}
+
+void cLink::passOn(const cResPtr& resource) {
+    const cNetwork::cNesting flow(network(), *this);
+    network().breathe();
+    receiver().receive(resource);
+}
+
+void tellSuccessors(const cNode& node, void (cNodeReceiver::*operation)()) {
+    for (const auto& [name, link] : node.getOutLinks()) link->forSuccessor(operation);
+}

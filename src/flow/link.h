@@ -52,15 +52,17 @@ public:
     void runOnFlowStatements() { runStatementList(onFlowStatements, network()); }
     virtual void clearOnFlowStatements() { onFlowStatements.clear(); }
 
-    /// Tells the successor of a flow. @throws cException (code 2) if it is no node that can receive.
+    /// Tells the successor of a flow.
+    /// @throws cException (code 2) if it is no node that can receive, or if the flow goes in a circle.
     void forSuccessor(void (cNodeReceiver::*operation)());
-    /// The successor as a receiver. @throws cException (code 2) if it is none.
-    cNodeReceiver& receiver() const;
+    /// Sends a resource to the successor. @throws cException (code 2) as `forSuccessor`.
+    void passOn(const cResPtr& resource);
 
     cSymbols& symbols() const { return *network().symbols; }
     cNetwork& model() const { return network(); }
 
 private:
+    cNodeReceiver& receiver() const;
     eLinkKind refuseEnd(eLinkKind reason);
     eLinkKind become(eLinkKind kind, std::optional<cResType*> type);
 
@@ -70,3 +72,7 @@ private:
     cNode* succNode = nullptr;
     eLinkKind linkKind = kindIncomplete;
 };
+
+/// Tells the successors of all out-links of `node` of a flow, in the order of the links.
+/// @throws cException (code 2) at the first that is no node that can receive.
+void tellSuccessors(const cNode& node, void (cNodeReceiver::*operation)());

@@ -7,6 +7,9 @@ class cLinkFlow {
 public:
     explicit cLinkFlow(cEvaluationContext& model);
 
+    /// The weight of the branch now. Runs on behalf of nobody: PredNode means nothing in it.
+    double evaluateStrength() const { return strength.evaluate(); }
+
 protected:
     cExpression strength;
 };

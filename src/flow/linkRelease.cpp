@@ -19,22 +19,21 @@ void cLinkRelease::release() {
         const std::string message = "Link \"" + link.getName() + "\" has no node in front that can release.";
         throw cException{failureCode::expression, message, {}, {}};
     }
-    cNodeReceiver& to = link.receiver();
     if (dynamic_cast<const cResTypeGen*>(link.getResType()) != nullptr)
-        releaseAmount(*from, to);
+        releaseAmount(*from);
     else if (dynamic_cast<const cResTypeChar*>(link.getResType()) != nullptr)
-        releaseInstances(*from, to);
+        releaseInstances(*from);
 }
 
-void cLinkRelease::releaseAmount(cReleasers& from, cNodeReceiver& to) {
+void cLinkRelease::releaseAmount(cReleasers& from) {
     const double amount = releaseAmt.evaluate(link.getName());
     const auto released = std::make_shared<cResGen>(link.getResType(), amount);
     link.runOnFlowStatements();
     from.release(*released);
-    to.receive(released);
+    link.passOn(released);
 }
 
-void cLinkRelease::releaseInstances(cReleasers& from, cNodeReceiver& to) {
+void cLinkRelease::releaseInstances(cReleasers& from) {
     cSymbols& symbols = link.symbols();
     const std::vector<cResPtr> held = from.getHoldings(link.getResType());
     for (const cResPtr& candidate : orderedByKey(held, releaseOrder, link.getName(), symbols)) {
@@ -45,6 +44,6 @@ void cLinkRelease::releaseInstances(cReleasers& from, cNodeReceiver& to) {
             from.release(*candidate);
             link.runOnFlowStatements();
         }
-        to.receive(candidate);
+        link.passOn(candidate);
     }
 }

@@ -4,7 +4,6 @@
 #include "language/expression.h"
 
 class cLink;
-class cNodeReceiver;
 class cReleasers;
 
 /// The part of a link that gives resources out of a node that holds them.
@@ -31,8 +30,8 @@ protected:
     cExpression releaseWhere;
 
 private:
-    void releaseAmount(cReleasers& from, cNodeReceiver& to);
-    void releaseInstances(cReleasers& from, cNodeReceiver& to);
+    void releaseAmount(cReleasers& from);
+    void releaseInstances(cReleasers& from);
 
     cLink& link;
 };

@@ -51,6 +51,10 @@ void cNodeAct::startInstance(cHoldings held, double start, double duration) {
         const cSymbols::cCurrent current(symbols.currentInstance, instance.get());
         onStart();
     }
+    countInstance();
+}
+
+void cNodeAct::countInstance() {
     statistics.curInst += 1;
     statistics.nextInstance += 1;
 }
@@ -98,7 +102,7 @@ void cNodeAct::endInstance(std::int32_t instanceId) {
         const cSymbols::cCurrent current(symbols.currentInstance, instance.get());
         onEnd();
     }
-    for (const auto& [name, link] : getOutLinks()) link->forSuccessor(&cNodeReceiver::flowSettle);
+    tellSuccessors(*this, &cNodeReceiver::flowSettle);
     activeMark = false;
     holdings.clear();
     refreshElement();
@@ -107,9 +111,9 @@ void cNodeAct::endInstance(std::int32_t instanceId) {
 
 /// Each walk is complete before the next begins: every successor knows that a burst is coming before anything comes.
 void cNodeAct::sendFlows() {
-    for (const auto& [name, link] : getOutLinks()) link->forSuccessor(&cNodeReceiver::flowBegin);
+    tellSuccessors(*this, &cNodeReceiver::flowBegin);
     for (const auto& [name, link] : getOutLinks()) link->release();
-    for (const auto& [name, link] : getOutLinks()) link->forSuccessor(&cNodeReceiver::flowEnd);
+    tellSuccessors(*this, &cNodeReceiver::flowEnd);
 }
 
 void cNodeAct::runEventCode(const cStatementList& code) {

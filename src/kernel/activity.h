@@ -76,6 +76,9 @@ public:
 protected:
     cNodeAct();
 
+    /// Raises the counts of instances, running and begun.
+    void countInstance();
+
 private:
     friend class cActInstance;
 

@@ -1,5 +1,7 @@
 // The members of the network that drive Combis and activities: the checks before a run, the main loop, the clock.
 
+#include "flow/assembler.h"
+#include "flow/fork.h"
 #include "flow/link.h"
 #include "kernel/combi.h"
 #include "kernel/network.h"
@@ -14,6 +16,12 @@ constexpr std::int32_t runIsOn = 1;
     throw cException{failureCode::startUp, "Simulation failed to start.\n" + reason, {}, {}};
 }
 
+void checkOutLinks(const std::string& kind, const cNode& node) {
+    if (node.getOutLinks().empty())
+        refuseToStart(kind + " \"" + node.getName() +
+                      "\" does not have any outlinks which causes a logical error in the model.");
+}
+
 void checkElement(const cNetworkElement& element) {
     const auto* link = dynamic_cast<const cLink*>(&element);
     if (link != nullptr && (link->getPredNode() == nullptr || link->getSuccNode() == nullptr))
@@ -22,6 +30,11 @@ void checkElement(const cNetworkElement& element) {
     const auto* combi = dynamic_cast<const cNodeActCombi*>(&element);
     if (combi != nullptr && combi->getInLinks().empty())
         refuseToStart("Combi \"" + combi->getName() + "\" does not have any inlinks and will be started infinitely.");
+
+    const auto* fork = dynamic_cast<const cNodeAuxFork*>(&element);
+    if (fork != nullptr) checkOutLinks("Fork", *fork);
+    const auto* assembler = dynamic_cast<const cNodeAuxAssembler*>(&element);
+    if (assembler != nullptr) checkOutLinks("Assembler", *assembler);
 }
 
 /// Raises a flag for the length of a scope.

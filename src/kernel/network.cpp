@@ -1,5 +1,6 @@
 #include "kernel/network.h"
 
+#include "kernel/element.h"
 #include "language/symbols.h"
 
 #include <chrono>
@@ -7,7 +8,8 @@
 namespace {
 
 constexpr int turnsPerBreath = 4096;
-constexpr int deepestNesting = 200;
+constexpr int deepestStatements = 200;
+constexpr int deepestFlows = 1000;  // links in a row without an activity or a queue between them
 
 }  // namespace
 
@@ -44,8 +46,14 @@ cResType* cNetwork::findResourceType(const std::string& name) const {
     return entry == resourceTypes.end() ? nullptr : entry->second.get();
 }
 
-cNetwork::cNesting::cNesting(cNetwork& owner, const cStatement& statement) : network(owner) {
-    if (network.statementDepth >= deepestNesting)
+cNetwork::cNesting::cNesting(cNetwork& network, const cStatement& statement) : depth(network.statementDepth) {
+    if (depth >= deepestStatements)
         throw cException{failureCode::statement, "Endless recursion in statement:\n" + statement.getText(), {}, {}};
-    ++network.statementDepth;
+    ++depth;
+}
+
+cNetwork::cNesting::cNesting(cNetwork& network, const cNetworkElement& link) : depth(network.flowDepth) {
+    if (depth >= deepestFlows)
+        throw cException{failureCode::expression, "Endless flow through link \"" + link.getName() + "\".", {}, {}};
+    ++depth;
 }

@@ -148,16 +148,19 @@ public:
     std::map<std::string, std::shared_ptr<const cExpression>> variables;  ///< formulas, evaluated at each reference
     std::map<std::string, double> saveValues;
 
-    /// Counts statements that run inside one another. @throws cException (code 1) when they don't come to an end.
+    /// Counts what runs inside its own kind, for the length of a scope: statements in statements, flows in flows.
     class cNesting {
     public:
-        cNesting(cNetwork& owner, const cStatement& statement);
-        ~cNesting() { --network.statementDepth; }
+        /// @throws cException (code 1) when statements run inside one another without end.
+        cNesting(cNetwork& network, const cStatement& statement);
+        /// @throws cException (code 2) when a flow that passes through `link` goes in a circle.
+        cNesting(cNetwork& network, const cNetworkElement& link);
+        ~cNesting() { --depth; }
         cNesting(const cNesting&) = delete;
         cNesting& operator=(const cNesting&) = delete;
 
     private:
-        cNetwork& network;
+        int& depth;
     };
 
 private:
@@ -172,5 +175,6 @@ private:
     std::vector<cNodeActCombi*> combiOrder;
     int turnsWithoutEvents = 0;  // of loops that breathe, since the host last processed its events
     int statementDepth = 0;
+    int flowDepth = 0;
     bool simulating = false;
 };

@@ -31,4 +31,10 @@ void traceDraw(cNetwork& network, const std::string& queue, double curCount, dou
                          fixedText(totCount, 2) + ",\n");
 }
 
+void traceBranch(cNetwork& network, const std::string& fork, bool isChosen, double runningSum,
+                 const std::string& successor) {
+    network.addTraceLine(timeField(network) + (isChosen ? "FORKCHOOSE," : "FORKNOCHOOSE,") + fork + ",,,,,," +
+                         fixedText(runningSum, 2) + ',' + successor + '\n');
+}
+
 void traceEntry(cNetwork& network) { network.addTraceLine("\n"); }

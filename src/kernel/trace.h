@@ -30,5 +30,8 @@ void traceAttempt(cNetwork& network, const std::string& combi, std::string_view 
 void traceEnd(cNetwork& network, std::string_view action, const std::string& activity, std::int32_t instanceId);
 /// Something was drawn from a queue, which now holds `curCount` of the `totCount` that it has ever received.
 void traceDraw(cNetwork& network, const std::string& queue, double curCount, double totCount);
+/// A Fork has drawn a branch: a line for each of its out-links. `runningSum` is the share of the strengths up to it.
+void traceBranch(cNetwork& network, const std::string& fork, bool isChosen, double runningSum,
+                 const std::string& successor);
 /// Something entered a queue: a line without a text.
 void traceEntry(cNetwork& network);

@@ -1,8 +1,14 @@
 #include "model/engineBuilder.h"
 
+#include "flow/assembler.h"
+#include "flow/disassembler.h"
+#include "flow/dynafork.h"
+#include "flow/fork.h"
 #include "flow/link.h"
 #include "kernel/combi.h"
+#include "kernel/consolidator.h"
 #include "kernel/network.h"
+#include "kernel/normal.h"
 #include "kernel/queue.h"
 
 #include <array>
@@ -15,14 +21,27 @@ struct cNodeKind {
     std::shared_ptr<cNetworkElement> (*make)(cResType* type);
 };
 
+template <typename cKind>
+std::shared_ptr<cNetworkElement> makeUntyped(cResType*) {
+    return std::make_shared<cKind>();
+}
+
+template <typename cKind>
+std::shared_ptr<cNetworkElement> makeTyped(cResType* type) {
+    auto node = std::make_shared<cKind>();
+    node->setResType(type);
+    return node;
+}
+
 constexpr std::array nodeKinds{
-    cNodeKind{"COMBI", [](cResType*) -> std::shared_ptr<cNetworkElement> { return std::make_shared<cNodeActCombi>(); }},
-    cNodeKind{"QUEUE",
-              [](cResType* type) -> std::shared_ptr<cNetworkElement> {
-                  auto queue = std::make_shared<cNodeQueue>();
-                  queue->setResType(type);
-                  return queue;
-              }},
+    cNodeKind{"COMBI", makeUntyped<cNodeActCombi>},
+    cNodeKind{"NORMAL", makeUntyped<cNodeActNormal>},
+    cNodeKind{"CONSOLIDATOR", makeUntyped<cNodeConsolidator>},
+    cNodeKind{"QUEUE", makeTyped<cNodeQueue>},
+    cNodeKind{"ASSEMBLER", makeTyped<cNodeAuxAssembler>},
+    cNodeKind{"DISASSEMBLER", makeTyped<cNodeAuxDisAssembler>},
+    cNodeKind{"FORK", makeTyped<cNodeAuxFork>},
+    cNodeKind{"DYNAFORK", makeTyped<cNodeAuxDynafork>},
 };
 
 std::unique_ptr<cResType> makeType(const std::string& name, const std::string& kind) {

@@ -24,9 +24,9 @@ public:
 
     /// Makes a node, by its default name, of a kind word such as "COMBI", with a resource type where the kind has one.
     /// @param type null for a kind without, and where a file names a type that doesn't exist.
-    /// @return null for a kind that this builder can't make.
+    /// @return null for a word that is no kind of node.
     virtual std::shared_ptr<cNetworkElement> makeNode(const std::string& kind, cResType* type) = 0;
-    /// Makes a second place on the drawing for a queue. @return null if this builder can't.
+    /// Makes a second place on the drawing for a queue.
     virtual std::shared_ptr<cNetworkElement> makeFusionQueue(const std::string& name, const std::string& queueName) = 0;
     /// Makes a link without ends.
     virtual std::shared_ptr<cLink> makeLink(const std::string& name) = 0;

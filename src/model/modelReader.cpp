@@ -23,8 +23,8 @@
 namespace {
 
 constexpr std::string_view codeMark = "<CODE>";
-constexpr double firstPosition = 200.0;              // where a new element lies until its position is read
-constexpr std::int32_t largestCounter = 2000000000;  // leaves room for the elements of any model
+constexpr double firstPosition = 200.0;             // where a new element lies until its position is read
+constexpr std::int32_t largestCounter = 900000000;  // a longer number doesn't fit behind "Normal" in a default name
 
 /// The forms of element statements: the words they need, the keyword included, and whether the third is a type.
 struct cElementForm {
@@ -157,6 +157,7 @@ bool cReader::readLine(const std::string& line) {
         readSaveProps();
     else
         readProperty(ePropertyTest::activity);
+    readProperty(ePropertyTest::consolidator);
     readProperty(ePropertyTest::initialContent);
     readProperty(ePropertyTest::link);
 
@@ -203,14 +204,8 @@ void cReader::readElement(const cElementForm& form) {
         enter(link);
         return;
     }
-    const bool isFusion = form.keyword == "FUSIONQUEUE";
-    const auto element =
-        isFusion ? builder.makeFusionQueue(statement.word(1), statement.word(2))
-                 : builder.makeNode(statement.word(0), form.isTyped ? lookUpType(statement.word(2)) : nullptr);
-    if (element == nullptr)
-        throw cModelError{statementLine,
-                          "this version can't build the " + statement.word(0) + ' ' + quoted(statement.word(1))};
-    enter(element);
+    if (form.keyword == "FUSIONQUEUE") return enter(builder.makeFusionQueue(statement.word(1), statement.word(2)));
+    enter(builder.makeNode(statement.word(0), form.isTyped ? lookUpType(statement.word(2)) : nullptr));
 }
 
 /// The order counts: the ends decide kind and type, and the statement's own words then win.

@@ -13,12 +13,6 @@ struct cModelWarning {
     std::string message;
 };
 
-/// Thrown where a file can't be read on faithfully: it has an element that this program can't build.
-struct cModelError {
-    std::size_t line = 0;
-    std::string message;
-};
-
 /// What a file was found to hold, besides the elements.
 struct cModelReading {
     std::string globalCode;  ///< the text of the Global Code, lines parted by line feeds
@@ -35,6 +29,5 @@ struct cModelReading {
 ///
 /// An expression that fails keeps its text, since the names that it needs may stand further down: it is compiled once
 /// more after the last line. What then still fails is a warning here, and fails at the run with its own message.
-/// @throws cModelError for an element that the builder can't make, and a cException (code 5) if the user stopped the
-/// reading. What was read until then stays in the network.
+/// @throws cException (code 5) if the user stopped the reading. What was read until then stays in the network.
 cModelReading readModel(std::istream& text, cModelBuilder& builder);

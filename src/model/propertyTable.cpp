@@ -2,6 +2,7 @@
 
 #include "flow/link.h"
 #include "kernel/combi.h"
+#include "kernel/consolidator.h"
 #include "kernel/queue.h"
 
 #include <array>
@@ -28,6 +29,8 @@ constexpr std::array elementProperties{
     cProperty{"DURATION", ePropertyTest::activity, setText<cNodeAct, &cNodeAct::setDurationText>},
     cProperty{"PRIORITY", ePropertyTest::activity, setText<cNodeActCombi, &cNodeActCombi::setPriorityText>},
     cProperty{"SEMAPHORE", ePropertyTest::activity, setText<cNodeActCombi, &cNodeActCombi::setSemaphoreText>},
+    cProperty{"CONSOLIDATEWHEN", ePropertyTest::consolidator,
+              setText<cNodeConsolidator, &cNodeConsolidator::setFiringConditionText>},
     cProperty{"TBINITIALCONTENT", ePropertyTest::initialContent,
               setText<cNodeQueue, &cNodeQueue::setInitialContentText>},
 };

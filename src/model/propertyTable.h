@@ -7,7 +7,7 @@ class cNetworkElement;
 
 /// The tests for property statements, in the order in which the reader makes them. A statement meets at most one
 /// keyword of each test.
-enum class ePropertyTest { activity, initialContent, link };
+enum class ePropertyTest { activity, consolidator, initialContent, link };
 
 /// One property statement: keyword, element name, value.
 struct cProperty {

@@ -85,6 +85,24 @@ TEST_F(cEngineBuilderTest, makesAQueueWithoutATypeWhereThereIsNone) {
     EXPECT_EQ(dynamic_cast<cNodeQueue&>(*node).getResType(), nullptr);
 }
 
+TEST_F(cEngineBuilderTest, makesEveryKindOfNodeWithATypeWhereTheKindHasOne) {
+    cResType& panel = network.addCompoundType("Panel");
+
+    for (const std::string kind :
+         {"COMBI", "NORMAL", "CONSOLIDATOR", "QUEUE", "ASSEMBLER", "DISASSEMBLER", "FORK", "DYNAFORK"}) {
+        const auto node = builder.makeNode(kind, &panel);
+
+        ASSERT_NE(node, nullptr) << kind;
+        EXPECT_EQ(node->getKind(), kind);
+        const auto* holder = dynamic_cast<cHomogHolder*>(node.get());
+        const bool isActivity = dynamic_cast<cNodeAct*>(node.get()) != nullptr;
+        EXPECT_EQ(holder == nullptr, isActivity) << kind;
+        if (holder != nullptr) {
+            EXPECT_EQ(holder->getResType(), &panel) << kind;
+        }
+    }
+}
+
 TEST_F(cEngineBuilderTest, makesNothingOfAWordThatIsNoNodeKind) {
     for (const char* kind : {"", "combi", "COMBI ", "DRAWLINK", "GENTYPE", "FUSIONQUEUE"})
         EXPECT_EQ(builder.makeNode(kind, nullptr), nullptr) << kind;

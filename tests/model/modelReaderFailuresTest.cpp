@@ -356,7 +356,7 @@ private:
                                   "IF 1",
                                   "SAVEVALUE a a+1;",
                                   "VARIABLE v v;",
-                                  "RANKCOUNT 1999999999;",
+                                  "RANKCOUNT 899999999;",
                                   "COMPTYPE",
                                   "TBINITIALCONTENT",
                                   "nDraws",
@@ -375,7 +375,6 @@ std::string fileText(const std::filesystem::path& path) {
 
 /// What became of spoilt models.
 struct cTally {
-    int refused = 0;  // an element of a kind that can't be built
     int warned = 0;
     int failed = 0;  // in the run
     int finished = 0;
@@ -397,10 +396,6 @@ void readAndRun(const std::string& text, cTally& tally) {
         }
         network.run(reading.globalCode);
         ++tally.finished;
-    } catch (const cModelError& error) {
-        EXPECT_GE(error.line, 1U);
-        EXPECT_LE(error.line, lineCount);
-        ++tally.refused;
     } catch (const cException& failure) {
         EXPECT_GE(failure.code, 0);
         EXPECT_LE(failure.code, failureCode::userStop);
@@ -408,7 +403,7 @@ void readAndRun(const std::string& text, cTally& tally) {
     }
 }
 
-TEST(spoiltModelsTest, areReadAndRunOrRefusedButNeverEndTheProgram) {
+TEST(spoiltModelsTest, areReadAndRunAndNeverEndTheProgram) {
     cTexts models{model};
     const std::filesystem::path examples = std::filesystem::path(TIMBERSIM_SOURCE) / "examples";
     for (const char* name : {"earthmoving.tbsmx", "quarry.tbsmx", "paving.tbsmx"})
@@ -419,7 +414,7 @@ TEST(spoiltModelsTest, areReadAndRunOrRefusedButNeverEndTheProgram) {
     for (int i = 0; i < 100; ++i)
         for (const std::string& whole : models) readAndRun(spoiler.spoil(whole), tally);
 
-    EXPECT_EQ(tally.refused + tally.failed + tally.finished, 400);
+    EXPECT_EQ(tally.failed + tally.finished, 400);
     EXPECT_GT(tally.warned, 50);
     EXPECT_GT(tally.failed, 50);
     EXPECT_GT(tally.finished, 20);

@@ -172,7 +172,7 @@ TEST_F(cModelReaderLinksTest, aPairThatIsNotAllowedLosesItsEnd) {
 }
 
 TEST_F(cModelReaderLinksTest, aModelWithAnUnjoinedLinkIsNotFitToRun) {
-    readBehindNodes({"DRAWLINK L1 Q1 C1;", "DRAWLINK L2 Q1 C2;", "DRAWLINK L3 Nope C1;"});
+    readLines({"GENTYPE Soil;", "QUEUE Q1 Soil;", "COMBI C1;", "DRAWLINK L1 Q1 C1;", "DRAWLINK L2 Nope C1;"});
 
     const cException failure = failureOf([&] { network.run(); });
 

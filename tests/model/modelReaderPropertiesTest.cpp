@@ -124,6 +124,19 @@ TEST_F(cModelReaderPropertiesTest, aPropertyWithoutAnElementIsTakenOffTheLineAll
     EXPECT_EQ(rule("L1", eLinkRule::enough), "7");
 }
 
+TEST_F(cModelReaderPropertiesTest, aConsolidatorTakesItsCondition) {
+    readBehindModel({"CONSOLIDATOR K1;", "CONSOLIDATEWHEN K1 SimTime > 10;"});
+
+    EXPECT_EQ(network.findElement<cNodeConsolidator>("K1")->getFiringConditionText(), "SimTime>10");
+}
+
+TEST_F(cModelReaderPropertiesTest, aLineCanGiveAConditionAndBehindItAnInitialContent) {
+    readBehindModel({"CONSOLIDATOR K1;", "CONSOLIDATEWHEN K1 TBINITIALCONTENT Q1 7;"});
+
+    EXPECT_EQ(network.findElement<cNodeConsolidator>("K1")->getFiringConditionText(), "TBINITIALCONTENTQ17");
+    EXPECT_EQ(queue("Q1").getInitialContentText(), "7");
+}
+
 TEST_F(cModelReaderPropertiesTest, onlyTheFirstLineOfALongTextBelongsToItsStatement) {
     readBehindModel({"CONSOLIDATEWHEN K1 Q1.CurCount", "DURATION C1 7;", ">5;", "TBINITIALCONTENT Q1 3;"});
 

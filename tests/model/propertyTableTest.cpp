@@ -5,15 +5,19 @@
 
 namespace {
 
-/// A queue of soil, a Combi behind it and the link between them.
+/// A queue of soil, a Combi behind it and the link between them; a Consolidator without links.
 struct cSmallModel {
     cTestNetwork network;
     cNodeQueue& queue = network.addQueue("Q1", network.addGenericType("Soil"));
     cNodeActCombi& combi = network.addCombi("C1");
     cLink& link = network.addLink("L1", queue, combi);
+    cNodeConsolidator& consolidator = network.addConsolidator("K1");
 
     cNetworkElement& element(const std::string& name) { return *network.findElement(name); }
 };
+
+constexpr std::array everyTest{ePropertyTest::activity, ePropertyTest::consolidator, ePropertyTest::initialContent,
+                               ePropertyTest::link};
 
 struct cRow {
     ePropertyTest test;
@@ -26,6 +30,8 @@ const cRow rows[]{
     {ePropertyTest::activity, "DURATION", "C1", [](const cSmallModel& m) { return m.combi.getDurationText(); }},
     {ePropertyTest::activity, "PRIORITY", "C1", [](const cSmallModel& m) { return m.combi.getPriorityText(); }},
     {ePropertyTest::activity, "SEMAPHORE", "C1", [](const cSmallModel& m) { return m.combi.getSemaphoreText(); }},
+    {ePropertyTest::consolidator, "CONSOLIDATEWHEN", "K1",
+     [](const cSmallModel& m) { return m.consolidator.getFiringConditionText(); }},
     {ePropertyTest::initialContent, "TBINITIALCONTENT", "Q1",
      [](const cSmallModel& m) { return m.queue.getInitialContentText(); }},
     {ePropertyTest::link, "ENOUGH", "L1", [](const cSmallModel& m) { return m.link.getRuleText(eLinkRule::enough); }},
@@ -66,7 +72,7 @@ protected:
 };
 
 TEST_P(cPropertyRowTest, isFoundByItsKeywordInItsOwnTestAlone) {
-    for (const ePropertyTest test : {ePropertyTest::activity, ePropertyTest::initialContent, ePropertyTest::link}) {
+    for (const ePropertyTest test : everyTest) {
         const cProperty* found = findProperty(test, GetParam().keyword);
 
         ASSERT_EQ(found != nullptr, test == GetParam().test);
@@ -88,8 +94,9 @@ TEST_P(cPropertyRowTest, setsItsOwnTextAndNoOther) {
 TEST_P(cPropertyRowTest, isRefusedByElementsOfOtherClasses) {
     const std::vector<std::string> before = allTexts();
 
-    for (const std::string name : {"Q1", "C1", "L1"}) {
-        if (name == GetParam().owner) continue;
+    for (const std::string name : {"Q1", "C1", "L1", "K1"}) {
+        const bool isActivity = name == "C1" || name == "K1";
+        if (name == GetParam().owner || (isActivity && GetParam().keyword == std::string("DURATION"))) continue;
         EXPECT_FALSE(set(name, "7+1")) << name;
     }
 
@@ -109,8 +116,19 @@ INSTANTIATE_TEST_SUITE_P(properties, cPropertyRowTest, ::testing::ValuesIn(rows)
 
 TEST(propertyTableTest, aKeywordIsMatchedToTheLetterAndAsAWhole) {
     for (const char* word : {"", "DURATIO", "DURATIONS", "duration", "Duration", "TBENOUGHCOND", "ENOUGH ", "POSNODE"})
-        for (const ePropertyTest test : {ePropertyTest::activity, ePropertyTest::initialContent, ePropertyTest::link})
+        for (const ePropertyTest test : everyTest)
             EXPECT_EQ(findProperty(test, word), nullptr) << word;
+}
+
+TEST(propertyTableTest, everyKindOfActivityTakesADuration) {
+    cSmallModel model;
+    const cProperty* duration = findProperty(ePropertyTest::activity, "DURATION");
+
+    EXPECT_TRUE(duration->set(model.consolidator, "DURATION", "7"));
+    EXPECT_TRUE(duration->set(model.network.addNormal("N1"), "DURATION", "8"));
+
+    EXPECT_EQ(model.consolidator.getDurationText(), "7");
+    EXPECT_EQ(model.network.findElement<cNodeAct>("N1")->getDurationText(), "8");
 }
 
 TEST(propertyTableTest, anElementsExpressionIsTriedAndALinksIsNot) {

@@ -1,49 +1,15 @@
 #pragma once
 
 #include "flow/link.h"
-#include "kernel/receiver.h"
 #include "model/engineBuilder.h"
 
 #include <locale>
 #include <sstream>
 #include <string>
-#include <utility>
 #include <vector>
 
-/// A node of a kind that the engine's builder can't make: it has the kind word, and a type if it was made with one.
-class cStandIn : public cNodeReceiver, public cHomogHolder {
-public:
-    cStandIn(std::string kindWord, cResType* type) : kind(std::move(kindWord)) { resType = type; }
-
-    std::string getKind() const override { return kind; }
-    void flowBegin() override {}
-    void receive(cResPtr) override {}
-    void flowEnd() override {}
-    void flowSettle() override {}
-    void resetElement() override {}
-
-private:
-    std::string kind;
-};
-
-/// An activity among the stand-ins: it holds resources of any type, and so has none of its own.
-class cStandInActivity : public cNodeReceiver {
-public:
-    explicit cStandInActivity(std::string kindWord) : kind(std::move(kindWord)) {}
-
-    std::string getKind() const override { return kind; }
-    void flowBegin() override {}
-    void receive(cResPtr) override {}
-    void flowEnd() override {}
-    void flowSettle() override {}
-    void resetElement() override {}
-
-private:
-    std::string kind;
-};
-
 /// Writes down what a builder that draws would be told, one text for each call: "place C1 320 140". Makes plain engine
-/// elements, and stand-ins for the kinds that the engine's builder refuses.
+/// elements.
 class cRecordingBuilder : public cEngineBuilder {
 public:
     using cEngineBuilder::cEngineBuilder;
@@ -58,9 +24,7 @@ public:
     }
     std::shared_ptr<cNetworkElement> makeNode(const std::string& kind, cResType* type) override {
         note("node", kind, type == nullptr ? "-" : type->getTypeName());
-        if (auto plain = cEngineBuilder::makeNode(kind, type)) return plain;
-        if (type == nullptr) return std::make_shared<cStandInActivity>(kind);
-        return std::make_shared<cStandIn>(kind, type);
+        return cEngineBuilder::makeNode(kind, type);
     }
     std::shared_ptr<cNetworkElement> makeFusionQueue(const std::string& name, const std::string& queueName) override {
         note("fusion", name, queueName);

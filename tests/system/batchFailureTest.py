@@ -140,12 +140,6 @@ class UnreadableFileTest(BatchCase):
 
         self.assert_trouble(process, "letter.txt: ", "timbersim-run: nothing to run in letter.txt\n")
 
-    def testElementThatCanNotBeBuiltIsNamedWithItsLine(self):
-        self.write("later.tbsmx", "GENTYPE Truck;\nQUEUE Q Truck;\nNORMAL Haul;\n")
-        process = self.run_program("later.tbsmx")
-
-        self.assert_trouble(process, "timbersim-run: later.tbsmx:3: ", '"Haul"\n')
-
     def testWarningsNameFileAndLineAndTheRunGoesOn(self):
         self.write("odd.tbsmx", COUNTED.replace("DURATION Load 5;", "DURATION Load 5;\nDURATION Haul 7;"))
         process = self.run_program("odd.tbsmx", "--json", "-")

@@ -20,7 +20,7 @@ FILES = {
     "cutInValue": (EXIT_DONE, [10]),
     "cutInCode": (EXIT_DONE, [21]),
     "cutBehindCodeMark": (EXIT_DONE, [21]),
-    "tooFewWords": (EXIT_FILE_TROUBLE, [*range(1, 25), *range(26, 41)]),
+    "tooFewWords": (EXIT_FILE_TROUBLE, [*range(1, 41)]),
     # bytes that aren't the text of a model
     "binary": (EXIT_FILE_TROUBLE, []),
     "utf16": (EXIT_FILE_TROUBLE, []),
@@ -61,13 +61,13 @@ FILES = {
     "brokenDeclarations": (EXIT_MODEL_FAILED, [21, 21, 21]),
     "brokenCode": (EXIT_MODEL_FAILED, []),
     "severalCodes": (EXIT_DONE, [34]),
-    # elements of a later version
-    "normal": (EXIT_FILE_TROUBLE, [3]),
-    "consolidator": (EXIT_FILE_TROUBLE, [3]),
-    "fork": (EXIT_FILE_TROUBLE, [3]),
-    "dynafork": (EXIT_FILE_TROUBLE, [3]),
-    "assembler": (EXIT_FILE_TROUBLE, [3]),
-    "disassembler": (EXIT_FILE_TROUBLE, [3]),
+    # nodes that can't do their work
+    "forkWithoutOutLinks": (EXIT_MODEL_FAILED, []),
+    "assemblerWithoutOutLinks": (EXIT_MODEL_FAILED, []),
+    "assemblerOfAmounts": (EXIT_MODEL_FAILED, []),
+    "disassemblerOfAmounts": (EXIT_DONE, []),
+    "circleOfForks": (EXIT_MODEL_FAILED, []),
+    "circleOfDynaforks": (EXIT_MODEL_FAILED, []),
 }
 
 MEGABYTE = 1000000

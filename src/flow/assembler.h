@@ -1,0 +1,37 @@
+#pragma once
+
+#include "flow/homogHolder.h"
+#include "flow/releasers.h"
+#include "kernel/receiver.h"
+
+#include <cstdint>
+#include <memory>
+
+/// Gathers what flows in during one burst and sends it on as the parts of a compound of its own type.
+///
+/// An Assembler builds one compound in its life. Every later burst fills the same object with new parts and sends it
+/// again: where it still waits in a queue, its contents are replaced as it stands there, and it stands there twice.
+/// Models rely on it. Only the first out-link, by name, ever carries anything.
+class cNodeAuxAssembler : public cNodeReceiver, public cHomogHolder, public cReleasers {
+public:
+    /// Takes the name "Assembler" and a number, or stays without a name if that one is taken.
+    cNodeAuxAssembler() { setName("Assembler" + std::to_string(getElementCounter())); }
+    /// Empties the compound, which could stand among its own parts.
+    ~cNodeAuxAssembler() override;
+
+    std::string getKind() const override { return "ASSEMBLER"; }
+
+    void flowBegin() override;
+    void receive(cResPtr resource) override { addHolding(resource); }
+    void flowSettle() override;
+    /// Sends the compound when the last open flow closes, also without a part.
+    /// @throws cException (code 2) if the Assembler's type is no compound type.
+    void flowEnd() override;
+    void resetElement() override {}
+
+private:
+    void makeCompound();
+
+    std::shared_ptr<cResCompound> compound;  // made at the first burst
+    std::int32_t nSources = 0;               // open flows towards this node
+};

@@ -1,0 +1,21 @@
+#include "flow/fork.h"
+
+#include "flow/link.h"
+#include "kernel/trace.h"
+
+void cNodeAuxFork::flowBegin() {
+    ++nSources;
+    for (const cBranch& candidate : chooseBranch())
+        traceBranch(network(), getName(), candidate.link == chosenLink, candidate.runningSum,
+                    candidate.link->getSuccNode()->getName());
+    branch().forSuccessor(&cNodeReceiver::flowBegin);
+}
+
+void cNodeAuxFork::flowSettle() {
+    if (chosenLink != nullptr) chosenLink->forSuccessor(&cNodeReceiver::flowSettle);
+    chosenLink = nullptr;
+}
+
+void cNodeAuxFork::flowEnd() {
+    if (--nSources == 0) branch().forSuccessor(&cNodeReceiver::flowEnd);
+}
