@@ -406,15 +406,15 @@ void readAndRun(const std::string& text, cTally& tally) {
 TEST(spoiltModelsTest, areReadAndRunAndNeverEndTheProgram) {
     cTexts models{model};
     const std::filesystem::path examples = std::filesystem::path(TIMBERSIM_SOURCE) / "examples";
-    for (const char* name : {"earthmoving.tbsmx", "quarry.tbsmx", "paving.tbsmx"})
-        models.push_back(fileText(examples / name));
+    for (const char* name : {"concrete-pour", "earthmoving", "paving", "precast-yard", "quarry", "tunnel-mucking"})
+        models.push_back(fileText(examples / (std::string(name) + ".tbsmx")));
     cSpoiler spoiler;
     cTally tally;
 
     for (int i = 0; i < 100; ++i)
         for (const std::string& whole : models) readAndRun(spoiler.spoil(whole), tally);
 
-    EXPECT_EQ(tally.failed + tally.finished, 400);
+    EXPECT_EQ(tally.failed + tally.finished, 700);
     EXPECT_GT(tally.warned, 50);
     EXPECT_GT(tally.failed, 50);
     EXPECT_GT(tally.finished, 20);

@@ -17,6 +17,12 @@ RUNS = {
     "quarry": ("quarry.tbsmx", []),
     "quarry-traced": ("quarry.tbsmx", ["--replications", "2", "--trace", "trace.csv"]),
     "paving": ("paving.tbsmx", ["--trace", "trace.csv"]),
+    "concrete-pour": ("concrete-pour.tbsmx", ["--trace", "trace.csv"]),
+    "concrete-pour-replicated": ("concrete-pour.tbsmx", ["--replications", "20"]),
+    "precast-yard": ("precast-yard.tbsmx", ["--trace", "trace.csv"]),
+    "precast-yard-replicated": ("precast-yard.tbsmx", ["--replications", "20"]),
+    "tunnel-mucking": ("tunnel-mucking.tbsmx", ["--trace", "trace.csv"]),
+    "tunnel-mucking-replicated": ("tunnel-mucking.tbsmx", ["--replications", "20"]),
 }
 
 OUTPUTS = ["--json", "results.json", "--csv", "results.csv", "--replications-csv", "replications.csv",
