@@ -25,8 +25,10 @@ public:
     void receive(cResPtr resource) override { addHolding(resource); }
     void flowSettle() override;
     /// Sends the compound when the last open flow closes, also without a part.
-    /// @throws cException (code 2) if the Assembler's type is no compound type.
+    /// @throws cException (code 2) if the Assembler's type is no compound type, and what the successor throws.
     void flowEnd() override;
+    /// Does nothing: the compound, what has come and a burst that never came to its end stay, also into later
+    /// replications.
     void resetElement() override {}
 
 private:

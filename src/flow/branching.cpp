@@ -24,12 +24,12 @@ std::vector<cNodeBranching::cBranch> cNodeBranching::chooseBranch() {
     double sum = 0.0;
     for (const auto& [name, link] : getOutLinks()) {
         branches.push_back({link, link->evaluateStrength()});
-        sum += branches.back().runningSum;
+        sum += branches.back().strength;
     }
     if (sum == 0.0) failWithoutStrength();
 
     double runningSum = 0.0;
-    for (cBranch& candidate : branches) candidate.runningSum = runningSum += candidate.runningSum / sum;
+    for (cBranch& candidate : branches) candidate.runningSum = runningSum += candidate.strength / sum;
     const double number = cLibraryNumber();
     const auto chosen =
         std::ranges::find_if(branches, [&](const cBranch& candidate) { return candidate.runningSum >= number; });

@@ -16,18 +16,18 @@ public:
     /// @throws cException (code 2) if there is no out-link, and as the strengths and the code fail.
     void receive(cResPtr resource) override;
     void removeOutLink(cLink* link) override;
-    /// Does nothing: a branching knows nothing from one firing to the next.
+    /// Does nothing. A burst that never came to its end stays open, also into later replications.
     void resetElement() override {}
 
 protected:
-    /// An out-link and its share of the strengths, added up from the first link by name on.
     struct cBranch {
         cLink* link;
-        double runningSum;
+        double strength;
+        double runningSum = 0.0;  // of the shares of the strengths, from the first link by name on
     };
 
-    /// Draws the out-link to take, by the strengths as they are now. The number comes from the C library's sequence,
-    /// which belongs to the process and is no stream of the model.
+    /// Draws `chosenLink` by the strengths as they are now. The number comes from the C library's sequence, which
+    /// belongs to the process and is no stream of the model.
     /// @return all branches, by link name.
     /// @throws cException (code 2) if the strengths add up to 0, as they do where there is no out-link.
     std::vector<cBranch> chooseBranch();

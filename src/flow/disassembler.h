@@ -10,15 +10,17 @@
 /// compound keeps listing its parts; those that no link takes stay there alone. Anything but a compound disappears.
 class cNodeAuxDisAssembler : public cNodeReceiver, public cHomogHolder, public cReleasers {
 public:
-    /// Takes the name "Disassembler" and a number if both fit in a name, which they do for the first thousand elements.
+    /// Takes the name "Disassembler" and a number, or stays without a name if that one is taken or too long.
     cNodeAuxDisAssembler() { setName("Disassembler" + std::to_string(getElementCounter())); }
 
     std::string getKind() const override { return "DISASSEMBLER"; }
 
     void flowBegin() override;
+    /// @throws cException what the rules of the out-links, their code and the successors throw.
     void receive(cResPtr resource) override;
     void flowSettle() override;
     void flowEnd() override;
+    /// Does nothing: a burst that never came to its end stays open.
     void resetElement() override {}
 
 private:

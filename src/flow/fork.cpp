@@ -5,9 +5,11 @@
 
 void cNodeAuxFork::flowBegin() {
     ++nSources;
-    for (const cBranch& candidate : chooseBranch())
+    for (const cBranch& candidate : chooseBranch()) {
+        const cNode* successor = candidate.link->getSuccNode();
         traceBranch(network(), getName(), candidate.link == chosenLink, candidate.runningSum,
-                    candidate.link->getSuccNode()->getName());
+                    successor == nullptr ? std::string() : successor->getName());
+    }
     branch().forSuccessor(&cNodeReceiver::flowBegin);
 }
 

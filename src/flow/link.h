@@ -32,8 +32,8 @@ public:
     void resetElement() override { clearOnFlowStatements(); }
 
     /// Connects an end, or takes it off with null. The end connected first is taken as it is; with the second the pair
-    /// decides, by one of two tables that differ for links out of an Assembler: kind, type of the link, or a refusal,
-    /// which changes nothing.
+    /// decides, by one of two tables that differ for links out of Assemblers and Disassemblers: kind, type of the link,
+    /// or a refusal, which changes nothing.
     /// @return the kind that the link now has, or `kindRefused`.
     eLinkKind setPredNode(cNode* node);
     eLinkKind setSuccNode(cNode* node);

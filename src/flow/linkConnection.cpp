@@ -61,8 +61,8 @@ constexpr cTable whenSuccessorComesLast{{
     {refused, releaseOfSucc, releaseKeeps, releaseOfSucc, releaseKeeps, releaseOfPred},
 }};
 
-// Not the same: connected in this order, a link out of an Assembler is a flow link. Readers and editors connect the
-// predecessor first.
+// Not the same: connected in this order, a link out of an Assembler is a flow link, and one out of a Disassembler takes
+// other types. Readers and editors connect the predecessor first.
 constexpr cTable whenPredecessorComesLast{{
     {drawOfPred, refused, refused, refused, refused, refused},
     {refused, releaseOfSucc, releaseKeeps, releaseOfSucc, releaseKeeps, releaseOfSucc},

@@ -2,6 +2,12 @@
 
 #include <algorithm>
 
+namespace {
+
+bool isGeneric(const cResType* type) { return dynamic_cast<const cResTypeGen*>(type) != nullptr; }
+
+}  // namespace
+
 bool cReleasers::release(const cRes& resource) {
     const auto [first, end] = holdings.equal_range(resource.getResType());
     if (first == end) return false;
@@ -29,15 +35,22 @@ std::vector<cResPtr> cReleasers::getHoldings(const cResType* type) const {
 void cReleasers::addHoldings(const std::vector<cResPtr>& resources) {
     if (resources.empty()) return;
 
-    const bool generic = dynamic_cast<const cResTypeGen*>(resources.front()->getResType()) != nullptr;
-    const std::size_t taken = generic ? 1 : resources.size();
+    const std::size_t taken = isGeneric(resources.front()->getResType()) ? 1 : resources.size();
     for (std::size_t i = 0; i < taken; ++i) addHolding(resources[i]);
 }
 
 void cReleasers::addHolding(const cResPtr& resource) {
+    if (isGeneric(resource->getResType()))
+        mergeHolding(resource);
+    else
+        holdings.emplace(resource->getResType(), resource);
+}
+
+void cReleasers::mergeHolding(const cResPtr& resource) {
     const auto* added = dynamic_cast<const cResGen*>(resource.get());
-    const auto present = holdings.find(resource->getResType());
-    auto* holding = present == holdings.end() ? nullptr : dynamic_cast<cResGen*>(present->second.get());
+    const auto present = holdings.lower_bound(resource->getResType());
+    const bool isHeld = present != holdings.end() && present->first == resource->getResType();
+    auto* holding = isHeld ? dynamic_cast<cResGen*>(present->second.get()) : nullptr;
     if (added != nullptr && holding != nullptr)
         holding->add(*added);
     else
@@ -47,6 +60,5 @@ void cReleasers::addHolding(const cResPtr& resource) {
 double cReleasers::countOf(const std::string& keyword, const cResType* type) const {
     const auto [first, end] = holdings.equal_range(type);
     if (keyword != "Count" || first == end) return 0.0;
-    if (const auto* holding = dynamic_cast<const cResGen*>(first->second.get())) return holding->getAmount();
-    return static_cast<double>(std::distance(first, end));
+    return isGeneric(type) ? first->second->quantity() : static_cast<double>(std::distance(first, end));
 }

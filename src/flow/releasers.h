@@ -23,11 +23,15 @@ public:
     std::vector<cResPtr> getHoldings(const cResType* type) const;
     /// Takes a list in. The type of its first resource decides: of a generic list only the first is looked at.
     void addHoldings(const std::vector<cResPtr>& resources);
+    /// Takes a resource in. Only under a generic type do amounts add up.
     void addHolding(const cResPtr& resource);
 
     /// For "Count", the amount or the number of instances held of a type, 0 if there is none; 0 for other keywords.
     double countOf(const std::string& keyword, const cResType* type) const;
 
 protected:
+    /// Takes a resource in. Amounts of one type add up, whatever type that is.
+    void mergeHolding(const cResPtr& resource);
+
     cHoldings holdings;
 };

@@ -76,7 +76,6 @@ public:
 
     double timeIn = 0.0;                       ///< when it last entered a queue
     std::map<std::string, double> props;       ///< stored properties
-    cNetworkElement* holderElement = nullptr;  ///< the queue that now holds it, or null
 
 private:
     cResTypeChar* charType;

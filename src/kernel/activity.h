@@ -27,6 +27,7 @@ public:
     void startInstance(cHoldings held, double start, double duration);
     /// Ends an instance: BEFOREEND code, then one burst of flow along all out-links, then ONEND code, then the
     /// settling. What no link took ceases to exist. Does nothing for an instance that isn't running.
+    /// @throws cException what the code, the links and the successors throw.
     virtual void endInstance(std::int32_t instanceId);
 
     virtual void onStart();

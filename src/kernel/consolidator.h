@@ -13,7 +13,7 @@
 /// first one counts twice in the counts of instances.
 class cNodeConsolidator : public cNodeAct, public cNodeReceiver {
 public:
-    /// Takes the name "Consolidator" and a number, or stays without a name if that one is taken.
+    /// Takes the name "Consolidator" and a number, or stays without a name if that one is taken or too long.
     cNodeConsolidator();
 
     std::string getKind() const override { return "CONSOLIDATOR"; }

@@ -93,8 +93,8 @@ void cNetwork::orderCombis() {
             breathe();
         }
         if (place != combiOrder.end() && priority == stoppedAt) {
-            const auto hasLowerId = [combi](const cNodeActCombi* other) {
-                return combi->getElementId() > other->getElementId();
+            const auto hasLowerId = [id = combi->getElementId()](const cNodeActCombi* other) {
+                return id > other->getElementId();
             };
             place = std::find_if_not(place, combiOrder.end(), hasLowerId);
         }

@@ -7,7 +7,7 @@ void cNodeActNormal::flowBegin() {
 }
 
 void cNodeActNormal::receive(cResPtr resource) {
-    if (resource->quantity() != 0.0) addHolding(resource);
+    if (resource->quantity() != 0.0) mergeHolding(resource);
 }
 
 void cNodeActNormal::flowEnd() {

@@ -14,7 +14,7 @@ public:
     std::string getKind() const override { return "NORMAL"; }
 
     void flowBegin() override;
-    /// Takes `resource` in; an amount of 0 leaves no trace.
+    /// Takes `resource` in, but no amount of 0.
     void receive(cResPtr resource) override;
     /// Starts an instance with all that came, when the last open flow closes. Also if nothing came.
     void flowEnd() override;

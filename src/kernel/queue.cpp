@@ -49,7 +49,6 @@ void cNodeQueue::receiveInstance(const cResPtr& resource) {
 
     const cSymbols::cResourceInHand inHand(*network().symbols, received);
     received->timeIn = network().simTime;
-    received->holderElement = this;
     const double key = orderKeyOf(resource);
     std::size_t place = 0;
     while (place < contentsList.size() && !(orderKeyOf(contentsList[place]) > key)) {
@@ -110,7 +109,6 @@ cResPtr cNodeQueue::drawInstance(const cResPtr& resource) {
     statistics.curCount = static_cast<double>(contentsList.size());
     redrawQueue();
     onDrawFrom();
-    if (auto* drawn = dynamic_cast<cResChar*>(resource.get())) drawn->holderElement = nullptr;
     return resource;
 }
 

@@ -4,7 +4,8 @@
 #include "kernel/node.h"
 
 /// A node that resources can flow into. An activity's end is one burst of flow, told to each successor in this order:
-/// `flowBegin`, any number of `receive`, `flowEnd`, the end code of the activity, `flowSettle`.
+/// `flowBegin`, any number of `receive`, `flowEnd`, the end code of the activity, `flowSettle`. Each throws a
+/// cException where rules or code of the model fail.
 class cNodeReceiver : public virtual cNode {
 public:
     /// A burst of flow is about to come.

@@ -117,8 +117,7 @@ static_assert(std::ranges::is_sorted(table, {}, &cOperator::name));
 /// The rows whose names begin with `first`.
 std::span<const cOperator> rowsBeginningWith(char first) {
     const auto initial = [](const cOperator& row) { return row.name.front(); };
-    const auto rows = std::ranges::equal_range(table, first, {}, initial);
-    return {rows.begin(), rows.end()};
+    return {std::ranges::lower_bound(table, first, {}, initial), std::ranges::upper_bound(table, first, {}, initial)};
 }
 
 bool standsAsKey(const cOperator& row, std::string_view text, std::size_t position, std::size_t begin) {

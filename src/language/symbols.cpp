@@ -113,9 +113,8 @@ std::optional<double> cSymbols::resolveActivityPath(cNodeAct& activity, const st
     if (type == nullptr || parts.size() < 3) return std::nullopt;
     if (currentInstance == nullptr || currentInstance->getOwnerActivity() != &activity) return std::nullopt;
 
-    const auto held = currentInstance->getResources().find(type);
-    if (held == currentInstance->getResources().end()) return std::nullopt;
-    const auto* resource = dynamic_cast<const cResChar*>(held->second.get());
+    const auto [first, end] = currentInstance->getResources().equal_range(type);
+    const auto* resource = first == end ? nullptr : dynamic_cast<const cResChar*>(first->second.get());
     if (resource != nullptr && parts[2] == "ResNum") return resource->getResNum();
     if (resource != nullptr && parts[2] == "Count") return resource->getUnitCount();
     return std::nullopt;

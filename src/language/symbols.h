@@ -44,7 +44,8 @@ public:
     void popResource();
     const std::deque<cRes*>& getResourceStack() const { return resourceStack; }
 
-    /// Puts a resource on the stack for the length of a scope.
+    /// Puts a resource on the stack for the length of a scope, at whose end the last one there is taken off: behind an
+    /// Assembler's second burst that needn't be this one.
     class cResourceInHand {
     public:
         cResourceInHand(cSymbols& stackOwner, cRes* resource) : symbols(stackOwner) { symbols.pushResource(resource); }

@@ -16,6 +16,8 @@
 
 namespace {
 
+constexpr const char* firstTypeOfLinks = "Default";
+
 struct cNodeKind {
     std::string_view word;
     std::shared_ptr<cNetworkElement> (*make)(cResType* type);
@@ -90,7 +92,11 @@ std::shared_ptr<cNetworkElement> cEngineBuilder::makeFusionQueue(const std::stri
     return fusion;
 }
 
-std::shared_ptr<cLink> cEngineBuilder::makeLink(const std::string& name) { return std::make_shared<cLink>(name); }
+std::shared_ptr<cLink> cEngineBuilder::makeLink(const std::string& name) {
+    auto link = std::make_shared<cLink>(name);
+    if (cResType* type = model.findResourceType(firstTypeOfLinks)) link->setResType(type);
+    return link;
+}
 
 bool cEngineBuilder::attachStart(cLink& link, cNetworkElement& element) {
     cNode* node = nodeBehind(element, model);

@@ -28,7 +28,8 @@ public:
     virtual std::shared_ptr<cNetworkElement> makeNode(const std::string& kind, cResType* type) = 0;
     /// Makes a second place on the drawing for a queue.
     virtual std::shared_ptr<cNetworkElement> makeFusionQueue(const std::string& name, const std::string& queueName) = 0;
-    /// Makes a link without ends.
+    /// Makes a link without ends. Until something else gives it a type it has the one called "Default", if there is
+    /// one.
     virtual std::shared_ptr<cLink> makeLink(const std::string& name) = 0;
 
     /// Connects an end of a link to an element of the model. @return whether that end is now attached.

@@ -281,12 +281,13 @@ void cReader::readCode() {
 /// Runs the declarations alone, so that expressions of elements can be checked against the names.
 void cReader::declareNames(const std::string& code) {
     compileCode(network, splitLines(code), eCompiled::declarations);
-    for (const auto& declaration : network.statements) {
+    for (std::size_t i = 0; i < network.statements.size(); ++i) {
+        const cStatement& declaration = *network.statements[i];
         try {
-            declaration->execute(network);
+            declaration.execute(network);
         } catch (const cException& failure) {
             if (failure.code >= failureCode::userStop) throw;
-            warn("declaration " + quoted(declaration->getText()) + ": " + describe(failure));
+            warn("declaration " + quoted(declaration.getText()) + ": " + describe(failure));
         }
     }
     network.statements.clear();

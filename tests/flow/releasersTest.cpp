@@ -59,6 +59,13 @@ TEST_F(cReleasersTest, ofAListOfAmountsOnlyTheFirstIsLookedAt) {
     EXPECT_EQ(held(truck), 0.0);
 }
 
+TEST_F(cReleasersTest, amountsThatALinkLabelledWithACharacterizedTypeStandSideBySide) {
+    store.addHoldings({amountOf(truck, 2.0), amountOf(truck, 3.0)});
+
+    EXPECT_EQ(store.getHoldings(&truck).size(), 2U);
+    EXPECT_EQ(held(truck), 2.0);
+}
+
 TEST_F(cReleasersTest, instancesStandSideBySideInTheOrderInWhichTheyCame) {
     const auto first = instanceOf(truck);
     const auto second = instanceOf(truck);

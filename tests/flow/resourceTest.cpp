@@ -130,7 +130,6 @@ TEST_F(cResCharTest, anInstanceIsBornNowAndHasEnteredNoQueue) {
 
     EXPECT_EQ(made.getBirthTime(), 7.0);
     EXPECT_EQ(made.timeIn, 0.0);
-    EXPECT_EQ(made.holderElement, nullptr);
 }
 
 TEST_F(cResCharTest, anInstanceCountsAsOneUnit) {

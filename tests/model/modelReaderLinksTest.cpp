@@ -119,6 +119,15 @@ TEST_F(cModelReaderLinksTest, aLinkBetweenActivitiesThatNamesNoTypeIsJoinedAndTo
                                              "14: link \"L2\" has no resource type: it carries nothing"}));
 }
 
+TEST_F(cModelReaderLinksTest, aLinkThatNamesNoTypeHasTheOneCalledDefaultUnlessAnEndGivesAnother) {
+    const cModelReading reading = readLines({"GENTYPE Default;", "GENTYPE Soil;", "QUEUE Q1 Soil;", "NORMAL N1;",
+                                             "NORMAL N2;", "RELEASELINK L1 N1 N2;", "RELEASELINK L2 N2 Q1;"});
+
+    EXPECT_EQ(typeName("L1"), "Default");
+    EXPECT_EQ(typeName("L2"), "Soil");
+    EXPECT_EQ(warningTexts(reading), cTexts{});
+}
+
 TEST_F(cModelReaderLinksTest, theTypeIsSetBeforeTheKindSoThatAKindWithATypeStaysOne) {
     readBehindNodes({"DRAWLINK L1 Q1 C1 Truck;"});
 
