@@ -74,8 +74,8 @@ public:
     double getUnitCount() const { return unitCount; }
     double quantity() const override { return unitCount; }
 
-    double timeIn = 0.0;                       ///< when it last entered a queue
-    std::map<std::string, double> props;       ///< stored properties
+    double timeIn = 0.0;                  ///< when it last entered a queue
+    std::map<std::string, double> props;  ///< stored properties
 
 private:
     cResTypeChar* charType;

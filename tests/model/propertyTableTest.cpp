@@ -116,8 +116,7 @@ INSTANTIATE_TEST_SUITE_P(properties, cPropertyRowTest, ::testing::ValuesIn(rows)
 
 TEST(propertyTableTest, aKeywordIsMatchedToTheLetterAndAsAWhole) {
     for (const char* word : {"", "DURATIO", "DURATIONS", "duration", "Duration", "TBENOUGHCOND", "ENOUGH ", "POSNODE"})
-        for (const ePropertyTest test : everyTest)
-            EXPECT_EQ(findProperty(test, word), nullptr) << word;
+        for (const ePropertyTest test : everyTest) EXPECT_EQ(findProperty(test, word), nullptr) << word;
 }
 
 TEST(propertyTableTest, everyKindOfActivityTakesADuration) {
