@@ -96,7 +96,7 @@ double cNodeQueue::drawAmount(double amount) {
     return taken;
 }
 
-cResPtr cNodeQueue::drawInstance(const cResPtr& resource) {
+cResPtr cNodeQueue::drawInstance(cResPtr resource) {
     closeSegment();
     const auto place = std::find(contentsList.begin(), contentsList.end(), resource);
     if (place == contentsList.end()) {

@@ -29,7 +29,7 @@ public:
 
     /// Takes one resource out of a characterized queue. Only a draw that finds nothing wakes the Combis.
     /// @return the resource, or null if it isn't here.
-    virtual cResPtr drawInstance(const cResPtr& resource);
+    virtual cResPtr drawInstance(cResPtr resource);
     /// Takes an amount out of a generic queue, and wakes the Combis.
     /// @return what was there to take: the smaller of `amount` and the current count.
     virtual double drawAmount(double amount);

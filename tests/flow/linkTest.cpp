@@ -1,5 +1,6 @@
 #include "flow/link.h"
 
+#include "support/burst.h"
 #include "support/failureOf.h"
 #include "support/recordingReceiver.h"
 #include "support/watchedNetwork.h"
@@ -266,20 +267,132 @@ TEST_F(cLinkTest, theSuccessorIsToldOfAFlow) {
     release.forSuccessor(&cNodeReceiver::flowSettle);
 
     EXPECT_EQ(network.messages, (cTexts{"flowBegin Sink", "flowEnd Sink", "flowSettle Sink"}));
-    EXPECT_EQ(&release.receiver(), &sink);
+}
+
+TEST_F(cLinkTest, aResourceIsPassedOnAsItIsAndWithoutTheFlowCode) {
+    const cResPtr resource = amountOf(soil, 3.0);
+    release.addOnFlowStatement("POST flow");
+
+    release.passOn(resource);
+
+    EXPECT_EQ(sink.received, std::vector<cResPtr>{resource});
+    EXPECT_EQ(network.messages, cTexts{"receive Sink"});
+}
+
+TEST_F(cLinkTest, allSuccessorsAreToldInTheOrderOfTheNamesOfTheLinks) {
+    cRecordingReceiver other{"Other", network.messages};
+    network.addLink("Link9", dig, sink);
+    network.addLink("Link10", dig, other);
+
+    tellSuccessors(dig, &cNodeReceiver::flowEnd);
+
+    EXPECT_EQ(network.messages, (cTexts{"flowEnd Other", "flowEnd Sink", "flowEnd Sink"}));  // the last by "Release"
+}
+
+TEST_F(cLinkTest, aNodeWithoutOutLinksHasNobodyToTell) {
+    network.elements.erase("Release");
+
+    tellSuccessors(dig, &cNodeReceiver::flowBegin);
+
+    EXPECT_TRUE(network.messages.empty());
 }
 
 TEST_F(cLinkTest, aSuccessorThatCannotReceiveIsAFailure) {
-    const cException failure = failureOf([&] { draw.forSuccessor(&cNodeReceiver::flowBegin); });
+    const cException told = failureOf([&] { draw.forSuccessor(&cNodeReceiver::flowBegin); });
+    const cException passed = failureOf([&] { draw.passOn(amountOf(soil, 1.0)); });
 
-    EXPECT_EQ(failure.code, 2);
-    EXPECT_NE(failure.message.find("Draw"), std::string::npos);
+    EXPECT_EQ(told.code, 2);
+    EXPECT_EQ(told.message, "Link \"Draw\" leads to no node that can receive.");
+    EXPECT_EQ(passed.code, 2);
+    EXPECT_EQ(passed.message, told.message);
 }
 
 TEST_F(cLinkTest, aMissingSuccessorIsAFailure) {
     release.setSuccNode(nullptr);
 
-    EXPECT_EQ(failureOf([&] { release.receiver(); }).code, 2);
+    EXPECT_EQ(failureOf([&] { release.forSuccessor(&cNodeReceiver::flowEnd); }).code, 2);
+    EXPECT_EQ(failureOf([&] { release.passOn(amountOf(soil, 1.0)); }).code, 2);
+}
+
+TEST_F(cLinkTest, everyFlowLetsTheHostBreathe) {
+    for (int i = 0; i < 5000; ++i) release.forSuccessor(&cNodeReceiver::flowEnd);
+    const int afterTelling = network.hostEvents;
+    for (int i = 0; i < 5000; ++i) release.passOn(amountOf(soil, 1.0));
+
+    EXPECT_EQ(afterTelling, 1);  // once in 4096
+    EXPECT_EQ(network.hostEvents, 2);
+}
+
+// ---- flows without end
+
+/// Hands all that comes to the next link of a row, and counts what is under way.
+class cRelay : public cRecordingReceiver {
+public:
+    using cRecordingReceiver::cRecordingReceiver;
+
+    void flowBegin() override {
+        ++flows;
+        if (next != nullptr) next->forSuccessor(&cNodeReceiver::flowBegin);
+    }
+    void receive(cResPtr resource) override {
+        ++flows;
+        if (next != nullptr) next->passOn(resource);
+    }
+
+    cLink* next = nullptr;
+    int flows = 0;
+};
+
+/// A row of links, each with a relay behind it: L0, L1 and so on.
+class cFlowRowTest : public cLinkTest {
+protected:
+    /// Draws a row and gives its first link.
+    cLink& row(int length) {
+        for (int i = 0; i < length; ++i) {
+            relays.push_back(std::make_unique<cRelay>("Relay" + std::to_string(i), network.messages));
+            cNode& from = i == 0 ? static_cast<cNode&>(dig) : *relays[relays.size() - 2];
+            cLink& link = network.addLink('L' + std::to_string(i), from, *relays.back());
+            if (i > 0) relays[relays.size() - 2]->next = &link;
+        }
+        return *network.findElement<cLink>("L0");
+    }
+
+    std::vector<std::unique_ptr<cRelay>> relays;
+};
+
+TEST_F(cFlowRowTest, aThousandLinksInARowAreNotTooMany) {
+    cLink& first = row(1000);
+
+    first.forSuccessor(&cNodeReceiver::flowBegin);
+    first.passOn(amountOf(soil, 1.0));
+
+    EXPECT_EQ(relays.back()->flows, 2);
+}
+
+TEST_F(cFlowRowTest, theLinkBehindAThousandFails) {
+    cLink& first = row(1001);
+
+    const cException told = failureOf([&] { first.forSuccessor(&cNodeReceiver::flowBegin); });
+    const cException passed = failureOf([&] { first.passOn(amountOf(soil, 1.0)); });
+
+    EXPECT_EQ(told.code, 2);
+    EXPECT_EQ(told.message, "Endless flow through link \"L1000\".");
+    EXPECT_EQ(passed.code, 2);
+    EXPECT_EQ(passed.message, told.message);
+    EXPECT_EQ(relays.back()->flows, 0);
+}
+
+TEST_F(cFlowRowTest, aCircleFailsAndFlowsCanGoOnAfterwards) {
+    cLink& first = row(2);
+    relays.back()->next = &first;
+
+    const cException failure = failureOf([&] { first.forSuccessor(&cNodeReceiver::flowBegin); });
+    relays.back()->next = nullptr;
+    first.forSuccessor(&cNodeReceiver::flowBegin);
+
+    EXPECT_EQ(failure.code, 2);
+    EXPECT_EQ(failure.message, "Endless flow through link \"L0\".");
+    EXPECT_EQ(relays.front()->flows, 501);
 }
 
 }  // namespace

@@ -76,6 +76,56 @@ TEST_F(cStartUpChecksTest, aCombiWithoutInLinksFails) {
         "Simulation failed to start.\nCombi \"Lonely\" does not have any inlinks and will be started infinitely.");
 }
 
+TEST_F(cStartUpChecksTest, aForkWithoutOutLinksFails) {
+    network.addLink("In", combi, network.addFork("Choice", *network.findResourceType("Soil")));
+
+    const cException failure = failureOf([&] { network.startUpChecks(); });
+
+    EXPECT_EQ(failure.code, 4);
+    EXPECT_EQ(failure.message,
+              "Simulation failed to start.\n"
+              "Fork \"Choice\" does not have any outlinks which causes a logical error in the model.");
+}
+
+TEST_F(cStartUpChecksTest, anAssemblerWithoutOutLinksFails) {
+    network.addAssembler("Frame", network.addCompoundType("House"));
+
+    const cException failure = failureOf([&] { network.startUpChecks(); });
+
+    EXPECT_EQ(failure.code, 4);
+    EXPECT_EQ(failure.message,
+              "Simulation failed to start.\n"
+              "Assembler \"Frame\" does not have any outlinks which causes a logical error in the model.");
+}
+
+TEST_F(cStartUpChecksTest, aForkAndAnAssemblerWithAnOutLinkPass) {
+    cResType& soil = *network.findResourceType("Soil");
+    cResType& house = network.addCompoundType("House");
+    network.addLink("Out1", network.addFork("Choice", soil), queue);
+    network.addLink("Out2", network.addAssembler("Frame", house), network.addQueue("Yard", house));
+
+    EXPECT_NO_THROW(network.startUpChecks());
+}
+
+TEST_F(cStartUpChecksTest, theOtherKindsNeedNoLinks) {
+    cResType& soil = *network.findResourceType("Soil");
+    network.addDynafork("Dyna", soil);
+    network.addDisassembler("Apart", soil);
+    network.addNormal("Haul");
+    network.addConsolidator("Gather");
+
+    EXPECT_NO_THROW(network.startUpChecks());
+}
+
+TEST_F(cStartUpChecksTest, aRunOfANetworkThatFailsDoesNotBegin) {
+    network.addFork("Choice", *network.findResourceType("Soil"));
+
+    const cException failure = failureOf([&] { network.run("POST before;\nBEFORETIMEADVANCE POST begun;\n"); });
+
+    EXPECT_EQ(failure.code, 4);
+    EXPECT_EQ(network.messages, std::vector<std::string>{"before "});
+}
+
 TEST_F(cStartUpChecksTest, theFirstElementByNameThatFailsIsTheOneTold) {
     network.addCombi("Lonely");
     addLooseLink("A");

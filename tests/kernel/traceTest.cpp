@@ -61,6 +61,15 @@ TEST_F(cTraceTest, anEntryGivesABareLineFeed) {
     EXPECT_EQ(lines(), cTexts{"\n"});
 }
 
+TEST_F(cTraceTest, aBranchGivesForkRunningSumAndSuccessor) {
+    network.simTime = 7.5;
+
+    traceBranch(network, "F", true, 0.25, "Dump");
+    traceBranch(network, "F", false, 1.0, "Pile");
+
+    EXPECT_EQ(lines(), (cTexts{"7.50,FORKCHOOSE,F,,,,,,0.25,Dump\n", "7.50,FORKNOCHOOSE,F,,,,,,1.00,Pile\n"}));
+}
+
 TEST_F(cTraceTest, timesAndCountsHaveTwoDecimals) {
     network.simTime = 10.004;
     traceDraw(network, "Q", 1.0 / 3.0, 2.005);
@@ -159,6 +168,19 @@ TEST_F(cTraceOrderTest, theLineOfAnEndStandsBeforeItsCodeRuns) {
 
     const cTexts expected{"2.00,BEFOREEND,Work(0),,,,\n", "\n", "\n", "\n", "2.00,ONEND,Work(0),,,,\n"};
     EXPECT_EQ(cTexts(network.traceLines.end() - 5, network.traceLines.end()), expected);
+}
+
+TEST_F(cTraceOrderTest, theLinesOfAForkStandBetweenTheTwoOfAnEndAheadOfTheEntries) {
+    cResType& soil = *network.findResourceType("Soil");
+    cNodeAuxFork& fork = network.addFork("F", soil);
+    network.addLink("Branch", fork, network.addQueue("Dump", soil));
+    network.addLink("Out3", *network.findElement<cNodeActCombi>("Work"), fork);
+
+    network.execute("INIT A 1;\nINIT B 1;\nSIMULATE;\n");
+
+    const cTexts expected{"2.00,BEFOREEND,Work(0),,,,\n", "2.00,FORKCHOOSE,F,,,,,,1.00,Dump\n", "\n", "\n", "\n",
+                          "2.00,ONEND,Work(0),,,,\n"};
+    EXPECT_EQ(cTexts(network.traceLines.end() - 6, network.traceLines.end()), expected);
 }
 
 }  // namespace

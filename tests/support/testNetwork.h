@@ -1,8 +1,14 @@
 #pragma once
 
+#include "flow/assembler.h"
+#include "flow/disassembler.h"
+#include "flow/dynafork.h"
+#include "flow/fork.h"
 #include "flow/link.h"
 #include "kernel/activityInstance.h"
 #include "kernel/combi.h"
+#include "kernel/consolidator.h"
+#include "kernel/normal.h"
 #include "kernel/queue.h"
 #include "kernel/replications.h"
 #include "kernel/runStatistics.h"
@@ -34,20 +40,36 @@ public:
     cResTypeCompound& addCompoundType(const std::string& name) {
         return addType(std::make_unique<cResTypeCompound>(name));
     }
-    cNodeQueue& addQueue(const std::string& name, cResType& type) {
-        cNodeQueue& queue = add(std::make_shared<cNodeQueue>(), name);
-        queue.setResType(&type);
-        return queue;
-    }
+    cNodeQueue& addQueue(const std::string& name, cResType& type) { return addHolder<cNodeQueue>(name, type); }
     cNodeActCombi& addCombi(const std::string& name) {
         cNodeActCombi& combi = add(std::make_shared<cNodeActCombi>(), name);
         combis[name] = &combi;
         return combi;
     }
+    cNodeActNormal& addNormal(const std::string& name) { return add(std::make_shared<cNodeActNormal>(), name); }
+    cNodeConsolidator& addConsolidator(const std::string& name) {
+        return add(std::make_shared<cNodeConsolidator>(), name);
+    }
+    cNodeAuxFork& addFork(const std::string& name, cResType& type) { return addHolder<cNodeAuxFork>(name, type); }
+    cNodeAuxDynafork& addDynafork(const std::string& name, cResType& type) {
+        return addHolder<cNodeAuxDynafork>(name, type);
+    }
+    cNodeAuxAssembler& addAssembler(const std::string& name, cResType& type) {
+        return addHolder<cNodeAuxAssembler>(name, type);
+    }
+    cNodeAuxDisAssembler& addDisassembler(const std::string& name, cResType& type) {
+        return addHolder<cNodeAuxDisAssembler>(name, type);
+    }
     cLink& addLink(const std::string& name, cNode& from, cNode& to) {
         cLink& link = add(std::make_shared<cLink>(name), name);
         link.setPredNode(&from);
         link.setSuccNode(&to);
+        return link;
+    }
+    /// A link of that type, where the pair of nodes leaves it to the link.
+    cLink& addLink(const std::string& name, cNode& from, cNode& to, cResType& type) {
+        cLink& link = addLink(name, from, to);
+        link.setResType(&type);
         return link;
     }
 
@@ -95,5 +117,11 @@ private:
         cKind& added = *element;
         elements[name] = std::move(element);
         return added;
+    }
+    template <typename cKind>
+    cKind& addHolder(const std::string& name, cResType& type) {
+        cKind& holder = add(std::make_shared<cKind>(), name);
+        holder.setResType(&type);
+        return holder;
     }
 };
