@@ -40,6 +40,7 @@ public:
     cNode* getPredNode() const { return predNode; }
     cNode* getSuccNode() const { return succNode; }
 
+    std::int32_t getDrawCount() const { return nDraws; }
     eLinkKind getLinkKind() const { return linkKind; }
     /// Stores the kind. A draw link's draw condition becomes "PredNode.CurCount", a release link's amount "1".
     void setLinkKind(eLinkKind kind);

@@ -1,6 +1,7 @@
 // Which pairs of nodes a link may join, and what it becomes by joining them.
 
 #include "flow/link.h"
+#include "language/symbols.h"
 
 #include <array>
 #include <optional>
@@ -142,6 +143,7 @@ eLinkKind cLink::refuseEnd(eLinkKind reason) {
 }
 
 eLinkKind cLink::become(eLinkKind kind, std::optional<cResType*> type) {
+    symbols().namesChanged();
     if (type) setResType(*type);
     setLinkKind(kind);
     return linkKind;

@@ -133,6 +133,11 @@ void cNodeAct::onEnd() {
     runEventCode(onEndStatements);
 }
 
+double cNodeAct::currentDuration() const {
+    const cActInstance* current = network().symbols->currentInstance;
+    return current == nullptr ? 0.0 : current->getDuration();
+}
+
 double cNodeAct::getAttribute(const std::string& keyword) {
     struct cRow {
         std::string_view keyword;
@@ -143,11 +148,7 @@ double cNodeAct::getAttribute(const std::string& keyword) {
         cRow{"CurInst", [](const cNodeAct& activity) -> double { return activity.statistics.curInst; }},
         cRow{"TotInst", [](const cNodeAct& activity) -> double { return activity.statistics.nextInstance; }},
         cRow{"AveDur", [](const cNodeAct& activity) { return activity.statistics.aveDur; }},
-        cRow{"Duration",
-             [](const cNodeAct& activity) {
-                 const cActInstance* current = activity.network().symbols->currentInstance;
-                 return current == nullptr ? 0.0 : current->getDuration();
-             }},
+        cRow{"Duration", [](const cNodeAct& activity) { return activity.currentDuration(); }},
     };
     for (const cRow& row : rows)
         if (row.keyword == keyword) return row.value(*this);

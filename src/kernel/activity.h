@@ -68,6 +68,8 @@ public:
         double minInter = 1000000.0;
     };
     const cStatistics& getStatistics() const { return statistics; }
+    /// The duration of the current instance, whichever activity it belongs to; 0 if there is none.
+    double currentDuration() const;
 
     /// The running instance of that number, or null.
     cActInstance* findInstance(std::int32_t instanceId) const;

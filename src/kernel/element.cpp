@@ -1,6 +1,7 @@
 #include "kernel/element.h"
 
 #include "kernel/network.h"
+#include "language/symbols.h"
 
 #include <string_view>
 
@@ -25,11 +26,9 @@ bool cNetworkElement::setName(const std::string& newName) {
     if (network().elements.contains(newName)) return newName == elementName;
 
     const auto entry = network().elements.find(elementName);
-    if (entry != network().elements.end() && entry->second.get() == this) {
-        auto renamed = network().elements.extract(entry);
-        renamed.key() = newName;
-        network().elements.insert(std::move(renamed));
-    }
+    if (entry != network().elements.end() && entry->second.get() == this)
+        network().elements.rename(elementName, newName);
+    network().symbols->namesChanged();
     elementName = newName;
     return true;
 }

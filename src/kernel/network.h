@@ -1,6 +1,7 @@
 #pragma once
 
 #include "flow/resourceType.h"
+#include "kernel/nameMap.h"
 #include "language/exception.h"
 #include "language/expression.h"
 #include "language/statement.h"
@@ -128,9 +129,9 @@ public:
     const std::unique_ptr<cSymbols> symbols;
     const std::unique_ptr<cRunStatistics> runStatistics;
 
-    std::map<std::string, std::unique_ptr<cResType>> resourceTypes;
+    cNameMap<std::unique_ptr<cResType>> resourceTypes;
     std::map<std::string, cResChar*> resources;  ///< living characterized resources that INIT made
-    std::map<std::string, std::shared_ptr<cNetworkElement>> elements;
+    cNameMap<std::shared_ptr<cNetworkElement>> elements;
     /// The Combis among `elements`, each under the name that it was entered with, also after a renaming.
     std::map<std::string, cNodeActCombi*> combis;
 
@@ -144,9 +145,9 @@ public:
     std::vector<cConditional> conditionalStatements;  ///< the IF statements, in the order of the source
     cExpression endCondition;                         ///< ends a simulation when it is true
 
-    std::map<std::string, std::string> resultExpressions;                 ///< the entries of ADDTORESULTS
-    std::map<std::string, std::shared_ptr<const cExpression>> variables;  ///< formulas, evaluated at each reference
-    std::map<std::string, double> saveValues;
+    std::map<std::string, std::string> resultExpressions;    ///< the entries of ADDTORESULTS
+    cNameMap<std::shared_ptr<const cExpression>> variables;  ///< formulas, evaluated at each reference
+    cNameMap<double> saveValues;
 
     /// Counts what runs inside its own kind, for the length of a scope: statements in statements, flows in flows.
     class cNesting {

@@ -26,7 +26,11 @@ cNetwork::cNetwork(cClock secondsSource)
     : clock(std::move(secondsSource)),
       symbols(std::make_unique<cSymbols>(*this, clock())),
       runStatistics(std::make_unique<cRunStatistics>(*this)),
-      endCondition(*symbols, noEndCondition) {
+      resourceTypes(symbols->namesVersion),
+      elements(symbols->namesVersion),
+      endCondition(*symbols, noEndCondition),
+      variables(symbols->namesVersion),
+      saveValues(symbols->namesVersion) {
     networkOfProcess = this;
     emptyTrace();
 }

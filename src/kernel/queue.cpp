@@ -137,6 +137,14 @@ void cNodeQueue::failOnFamily(const cRes& resource) const {
     throw cException{failureCode::expression, message, "In queue " + getName(), {}};
 }
 
+double cNodeQueue::averageWait() const {
+    return statistics.lastChangeCopy == 0.0 ? 0.0 : statistics.areaUnderCount / statistics.totCount;
+}
+
+double cNodeQueue::averageContent() const {
+    return statistics.totCount == 0.0 ? 0.0 : statistics.areaUnderCount / network().simTime;
+}
+
 double cNodeQueue::getAttribute(const std::string& keyword) {
     struct cRow {
         std::string_view keyword;
@@ -145,16 +153,8 @@ double cNodeQueue::getAttribute(const std::string& keyword) {
     static constexpr std::array rows{
         cRow{"LastAmtReceived", [](const cNodeQueue&) { return 0.0; }},  // nothing has ever recorded it
         cRow{"CurCount", [](const cNodeQueue& queue) { return queue.statistics.curCount; }},
-        cRow{"AveCont",
-             [](const cNodeQueue& queue) {
-                 const cStatistics& s = queue.statistics;
-                 return s.totCount == 0.0 ? 0.0 : s.areaUnderCount / queue.network().simTime;
-             }},
-        cRow{"AveWait",  // by Little's law, with the area as of the last change
-             [](const cNodeQueue& queue) {
-                 const cStatistics& s = queue.statistics;
-                 return s.lastChangeCopy == 0.0 ? 0.0 : s.areaUnderCount / s.totCount;
-             }},
+        cRow{"AveCont", [](const cNodeQueue& queue) { return queue.averageContent(); }},
+        cRow{"AveWait", [](const cNodeQueue& queue) { return queue.averageWait(); }},
         cRow{"MaxCont", [](const cNodeQueue& queue) { return queue.statistics.maxCont; }},
         cRow{"MinCont", [](const cNodeQueue& queue) { return queue.statistics.minCont; }},
         cRow{"TotCount", [](const cNodeQueue& queue) { return queue.statistics.totCount; }},

@@ -63,22 +63,27 @@ public:
     bool isGeneric() const { return dynamic_cast<const cResTypeGen*>(getResType()) != nullptr; }
     bool isCharacterized() const { return dynamic_cast<const cResTypeChar*>(getResType()) != nullptr; }
 
+    /// Statistics since the last reset, times in the model's own unit.
+    struct cStatistics {
+        double curCount = 0.0;
+        double totCount = 0.0;  ///< everything ever received
+        double minCont = 0.0;   ///< lowered by generic draws alone: reads 0 in every run
+        double maxCont = 0.0;
+        double prevCount = 0.0;       ///< curCount before the last change
+        double lastChange = 0.0;      ///< time of the last change
+        double lastChangeCopy = 0.0;  ///< the same; asked by AveWait
+        double areaUnderCount = 0.0;  ///< integral of curCount over time, up to lastChange
+    };
+    const cStatistics& getStatistics() const { return statistics; }
     double getCurCount() const { return statistics.curCount; }
+    /// The mean wait by Little's law, with the area as of the last change; 0 while nothing has changed behind time 0.
+    double averageWait() const;
+    /// The mean content up to now, with the area as of the last change; 0 while nothing was received. NaN at time 0.
+    double averageContent() const;
     /// What waits, front first; of a generic queue its one amount.
     const std::vector<cResPtr>& getContents() const { return contentsList; }
 
 private:
-    struct cStatistics {
-        double curCount = 0.0;
-        double totCount = 0.0;  // everything ever received
-        double minCont = 0.0;   // lowered by generic draws alone: reads 0 in every run
-        double maxCont = 0.0;
-        double prevCount = 0.0;       // curCount before the last change
-        double lastChange = 0.0;      // time of the last change
-        double lastChangeCopy = 0.0;  // the same; asked by AveWait
-        double areaUnderCount = 0.0;  // integral of curCount over time, up to lastChange
-    };
-
     void closeSegment();
     void receiveAmount(const cResPtr& resource);
     void receiveInstance(const cResPtr& resource);

@@ -3,7 +3,20 @@
 #include "language/breath.h"
 #include "language/randomStreams.h"
 
+#include <cstdint>
 #include <string>
+
+/// What an operand means: a number, or where to read one. Unless it is lasting it holds for this moment alone.
+struct cMeaning {
+    double number = 0.0;
+    double (*read)(const void* subject, const void* detail) = nullptr;  ///< null for a number
+    const void* subject = nullptr;
+    const void* detail = nullptr;
+    bool isLasting = false;  ///< holds until `namesVersion` of the context moves
+    bool isOfOwner = false;  ///< lasts for expressions of the same owner only
+
+    double value() const { return read == nullptr ? number : read(subject, detail); }
+};
 
 /// What an expression asks of the model around it.
 class cEvaluationContext : public cBreath {
@@ -13,8 +26,19 @@ public:
     /// @throws cException if the operand names an attribute that its element doesn't know.
     virtual double resolve(const std::string& operand, const std::string& owner) = 0;
 
+    /// What an operand means, so that an expression can keep it. Has the effects of looking it up, no others.
+    /// @throws cException as `resolve`.
+    virtual cMeaning meaningOf(const std::string& operand, const std::string& owner) {
+        return {.number = resolve(operand, owner)};
+    }
+
     virtual cRandomStreams& randomStreams() = 0;
 
     /// The host's answer to GET("key"). @throws cException if there is none.
     virtual double hostGet(const std::string& key) = 0;
+
+    /// Moves with every change of what names mean: an element, a type or a declared name came, went or was renamed, or
+    /// a link got another end.
+    std::uint64_t namesVersion = 1;
+    void namesChanged() { ++namesVersion; }
 };

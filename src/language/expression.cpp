@@ -1,7 +1,6 @@
 #include "language/expression.h"
 
 #include "language/exception.h"
-#include "language/rounding.h"
 
 #include <string_view>
 
@@ -22,12 +21,6 @@ bool isOpening(const cOperator& row) { return row.name == "(" || row.name == "["
 
 }  // namespace
 
-/// A value on its way to an operator: an operand, which is resolved only when its operator takes it, or a result.
-struct cExpression::cValue {
-    const std::string* operand = nullptr;
-    double number = 0.0;
-};
-
 cExpression::cExpression(cEvaluationContext& model, std::string newText, eTrial trial, const std::string& owner)
     : context(&model) {
     compile(withoutQuotes(std::move(newText)), trial, owner);
@@ -36,16 +29,16 @@ cExpression::cExpression(cEvaluationContext& model, std::string newText, eTrial 
 void cExpression::compile(std::string newText, eTrial trial, const std::string& owner) {
     text = std::move(newText);
     const cTokens tokens = tokenise(text);
-    const bool isGet = !tokens.empty() && tokens.front().row != nullptr && tokens.front().text == "GET";
-    cTokens output;
-    const bool isBalanced = isGet || convertToPostfix(tokens, output);
-    postfix = std::make_shared<const cTokens>(isBalanced ? std::move(output) : cTokens{});
+    const bool beginsWithGet = !tokens.empty() && tokens.front().row != nullptr && tokens.front().text == "GET";
+    cTokens postfix;
+    const bool isBalanced = beginsWithGet || convertToPostfix(tokens, postfix);
+    program = std::make_shared<const cProgram>(isBalanced ? postfix : cTokens{});
 
     // A bad attribute shows when the text is set, though not in the last operand, which no operator follows.
     for (std::size_t i = 0; i + 1 < tokens.size(); ++i)
         if (tokens[i].row == nullptr) context->resolve(tokens[i].text, owner);
-    if (!isBalanced) fail({});
-    if (!isGet && trial == eTrial::run) evaluate(owner);
+    if (!isBalanced) throw cException{failureCode::expression, {}, {}, text};
+    if (!beginsWithGet && trial == eTrial::run) evaluate(owner);
 }
 
 cExpression::cTokens cExpression::tokenise(const std::string& text) {
@@ -78,7 +71,7 @@ bool cExpression::convertToPostfix(const cTokens& tokens, cTokens& output) {
         return !waiting.empty();
     };
 
-    for (const cToken& token : tokens) {
+    for (const cProgram::cToken& token : tokens) {
         const cOperator* row = token.row;
         if (row == nullptr) {
             output.push_back(token);
@@ -100,42 +93,13 @@ bool cExpression::convertToPostfix(const cTokens& tokens, cTokens& output) {
     return true;
 }
 
+bool cExpression::isGet() const { return text.size() >= shortestGet && text.starts_with(getOpening); }
+
 double cExpression::evaluate(const std::string& owner) const {
-    if (text.starts_with(getOpening) && text.size() >= shortestGet)
+    if (program->constant()) return *program->constant();
+    if (isGet())
         return context->hostGet(text.substr(getOpening.size(), text.size() - getOpening.size() - getClosingLength));
 
-    const std::shared_ptr<const cTokens> program = postfix;
-    std::vector<cValue> values;
-    for (const cToken& token : *program) {
-        if (token.row == nullptr)
-            values.push_back({&token.text, 0.0});
-        else
-            values.push_back({nullptr, apply(*token.row, values, owner)});
-    }
-    if (values.size() != 1) fail({});
-    return resolveValue(values.back(), owner);
-}
-
-double cExpression::resolveValue(const cValue& value, const std::string& owner) const {
-    return value.operand != nullptr ? context->resolve(*value.operand, owner) : value.number;
-}
-
-/// Takes the arguments of `row` off the values, the last written first, and gives the rounded result.
-double cExpression::apply(const cOperator& row, std::vector<cValue>& values, const std::string& owner) const {
-    std::vector<double> arguments(static_cast<std::size_t>(row.argCount));
-    for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument) {
-        if (values.empty()) fail("Incorrect number of arguments for operator or function in:" + text);
-        *argument = resolveValue(values.back(), owner);
-        values.pop_back();
-    }
-    try {
-        return roundThroughText(applyOperator(row, arguments, context->randomStreams(), *context));
-    } catch (cException& failure) {
-        if (failure.code == failureCode::expression && failure.expressionText.empty()) failure.expressionText = text;
-        throw;
-    }
-}
-
-void cExpression::fail(std::string message) const {
-    throw cException{failureCode::expression, std::move(message), {}, text};
+    const std::shared_ptr<const cProgram> running = program;
+    return running->run(*context, owner, text);
 }

@@ -1,18 +1,19 @@
 #pragma once
 
 #include "language/evaluationContext.h"
-#include "language/operators.h"
+#include "language/program.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
-/// A formula of a model: a text, compiled once to postfix tokens, evaluated to one double as often as needed.
+/// A formula of a model: a text, compiled once to a program, evaluated to one double as often as needed.
 ///
-/// The text goes one way: tokens, postfix, value. Tokens are found by searching for the operators' names, so an operand
-/// is any text between two of them, blanks included, and means what the context says at each evaluation. Every result
-/// of an operator is rounded to six decimal places; results of models depend on that. 0 is false and any other value,
-/// a NaN included, is true. There is no unary minus: a negative number is written (0-5).
+/// The text goes one way: tokens, postfix, program, value. Tokens are found by searching for the operators' names, so
+/// an operand is any text between two of them, blanks included, and means what the context says at each evaluation.
+/// Every result of an operator is rounded to six decimal places; results of models depend on that. 0 is false and any
+/// other value, a NaN included, is true. There is no unary minus: a negative number is written (0-5).
 class cExpression {
 public:
     /// Whether a compiled expression is evaluated once and the value dropped: this reports errors when the text is set,
@@ -36,24 +37,19 @@ public:
     /// throws.
     double evaluate(const std::string& owner = {}) const;
 
-private:
-    struct cToken {
-        std::string text;
-        const cOperator* row = nullptr;  // null for an operand, also for one that spells a function's name
-    };
-    struct cValue;
+    /// The value, if it is the same at each evaluation and nothing else happens in one.
+    const std::optional<double>& constant() const { return program->constant(); }
 
-    using cTokens = std::vector<cToken>;
+private:
+    using cTokens = std::vector<cProgram::cToken>;
 
     static cTokens tokenise(const std::string& text);
     static bool convertToPostfix(const cTokens& tokens, cTokens& output);
-    double resolveValue(const cValue& value, const std::string& owner) const;
-    double apply(const cOperator& row, std::vector<cValue>& values, const std::string& owner) const;
-    [[noreturn]] void fail(std::string message) const;
+    bool isGet() const;
 
     cEvaluationContext* context;
     std::string text;
-    std::shared_ptr<const cTokens> postfix;  // never null; shared, so that an evaluation outlives a change of the text
+    std::shared_ptr<const cProgram> program;  // never null; shared, so that an evaluation outlives a change of the text
 };
 
 /// The one test for truth of the language: any value but 0.0, a NaN included.

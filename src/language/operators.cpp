@@ -113,6 +113,7 @@ constexpr std::array table{
 };
 
 static_assert(std::ranges::is_sorted(table, {}, &cOperator::name));
+static_assert(std::ranges::max(table, {}, &cOperator::argCount).argCount == mostArguments);
 
 /// The rows whose names begin with `first`.
 std::span<const cOperator> rowsBeginningWith(char first) {

@@ -9,6 +9,9 @@
 
 /// The operators, brackets and functions of the expression language, as one table.
 
+/// The largest number of arguments that a row of the table takes.
+inline constexpr std::size_t mostArguments = 5;
+
 enum class eOperatorKind : std::int32_t { operatorOrBracket = 0, function = 1, separator = 2 };
 
 /// One row of the operator table.

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-double roundThroughText(double value) {
+double roundByText(double value) {
     if (!std::isfinite(value)) return value;
 
     const std::string text = fixedText(value);

@@ -50,7 +50,8 @@ void multiSim(const cExecution& run) {
 
 void saveValue(const cExecution& run) {
     run.network.symbols->declareName(run.argument(0), eNameKind::saveValue);
-    run.network.saveValues[run.argument(0)] = run.value(1);
+    const double value = run.value(1);
+    run.network.saveValues.valueWithInsertion(run.argument(0)) = value;
 }
 
 void variable(const cExecution& run) {
@@ -123,7 +124,8 @@ void assignToProperty(const cExecution& run) {
 
 void assign(const cExecution& run) {
     if (!run.network.saveValues.contains(run.argument(0))) return assignToProperty(run);
-    run.network.saveValues[run.argument(0)] = run.value(1);
+    const double value = run.value(1);
+    run.network.saveValues.valueWithInsertion(run.argument(0)) = value;
 }
 
 constexpr std::size_t anyNumber = std::numeric_limits<std::size_t>::max();

@@ -15,9 +15,6 @@ namespace {
 
 constexpr int deepestVariable = 200;
 
-constexpr std::array activityKeywords{"CurInst", "TotInst", "AveDur", "Duration"};
-constexpr std::array queueKeywords{"CurCount", "TotCount", "AveWait", "AveCont"};
-
 constexpr std::array vocabulary{
     cSymbols::cAttribute{"SimTime", 0},   cSymbols::cAttribute{"InContext", 1},
     cSymbols::cAttribute{"CurInst", 1},   cSymbols::cAttribute{"TotInst", 1},
@@ -38,9 +35,44 @@ constexpr std::array vocabulary{
     cSymbols::cAttribute{"BirthTime", 7},
 };
 
-template <typename cWords>
-bool isOneOf(const std::string& word, const cWords& words) {
-    return std::ranges::find(words, word) != words.end();
+cMeaning lastingNumber(double number) { return {.number = number, .isLasting = true}; }
+
+/// A figure of `subject` that can be asked for again and again.
+cMeaning figureOf(const void* subject, double (*read)(const void*, const void*)) {
+    return {.read = read, .subject = subject, .isLasting = true};
+}
+
+template <typename cKind>
+const cKind& as(const void* subject) {
+    return *static_cast<const cKind*>(subject);
+}
+
+/// The figures that expressions name.
+struct cFigure {
+    std::string_view keyword;
+    double (*read)(const void* subject, const void*);
+};
+
+constexpr std::array activityFigures{
+    cFigure{"CurInst", [](const void* s, const void*) -> double { return as<cNodeAct>(s).getStatistics().curInst; }},
+    cFigure{"TotInst",
+            [](const void* s, const void*) -> double { return as<cNodeAct>(s).getStatistics().nextInstance; }},
+    cFigure{"AveDur", [](const void* s, const void*) { return as<cNodeAct>(s).getStatistics().aveDur; }},
+    cFigure{"Duration", [](const void* s, const void*) { return as<cNodeAct>(s).currentDuration(); }},
+};
+
+constexpr std::array queueFigures{
+    cFigure{"CurCount", [](const void* s, const void*) { return as<cNodeQueue>(s).getStatistics().curCount; }},
+    cFigure{"TotCount", [](const void* s, const void*) { return as<cNodeQueue>(s).getStatistics().totCount; }},
+    cFigure{"AveWait", [](const void* s, const void*) { return as<cNodeQueue>(s).averageWait(); }},
+    cFigure{"AveCont", [](const void* s, const void*) { return as<cNodeQueue>(s).averageContent(); }},
+};
+
+template <typename cKind, typename cFigures>
+std::optional<cMeaning> figureIn(const cKind& subject, const cFigures& figures, const std::string& keyword) {
+    const auto* figure = std::ranges::find(figures, keyword, &cFigure::keyword);
+    if (figure == figures.end()) return std::nullopt;
+    return figureOf(&subject, figure->read);
 }
 
 }  // namespace
@@ -58,56 +90,72 @@ void cSymbols::popResource() {
     if (!resourceStack.empty()) resourceStack.pop_back();
 }
 
-/// The first rule that answers wins: a number, a global name, a path from an element, what belongs to the owning link.
 double cSymbols::resolve(const std::string& operand, const std::string& owner) {
-    if (const auto number = parseNumber(operand)) return *number;
+    return meaningOf(operand, owner).value();
+}
+
+/// The first rule that answers wins: a number, a global name, a path from an element, what belongs to the owning link.
+cMeaning cSymbols::meaningOf(const std::string& operand, const std::string& owner) {
+    if (const auto number = parseNumber(operand)) return lastingNumber(*number);
 
     const std::vector<std::string> parts = splitName(operand);
-    if (parts.empty()) return 0.0;
-    const auto value = parts.size() == 1 ? resolveGlobal(parts[0]) : resolvePath(parts);
-    return value ? *value : resolveOfLink(parts, owner);
+    if (parts.empty()) return lastingNumber(0.0);
+    const auto meaning = parts.size() == 1 ? meaningOfGlobal(parts[0]) : meaningOfPath(parts);
+    if (meaning) return *meaning;
+
+    cMeaning ofLink = meaningOfLink(parts, owner);
+    if (network.findElement<cNodeAct>(parts[0]) != nullptr) ofLink.isLasting = false;  // what it holds comes and goes
+    return ofLink;
 }
 
 /// A number followed by rubbish counts as its integer part. Declared names win over SimTime.
-std::optional<double> cSymbols::resolveGlobal(const std::string& name) {
-    if (const std::int32_t integer = leadingInteger(name); integer != 0 || name == "0") return integer;
+std::optional<cMeaning> cSymbols::meaningOfGlobal(const std::string& name) {
+    if (const std::int32_t integer = leadingInteger(name); integer != 0 || name == "0") return lastingNumber(integer);
 
+    const auto readDouble = [](const void* place, const void*) { return as<double>(place); };
     if (const auto declared = declaredNames.find(name); declared != declaredNames.end()) {
-        const auto stored = network.saveValues.find(name);
-        if (declared->second == eNameKind::saveValue && stored != network.saveValues.end()) return stored->second;
-        if (declared->second == eNameKind::variable && network.variables.contains(name)) return evaluateVariable(name);
+        if (declared->second == eNameKind::saveValue)
+            if (const double* stored = network.saveValues.valueOf(name)) return figureOf(stored, readDouble);
+        if (declared->second == eNameKind::variable)
+            if (const auto* formula = network.variables.valueOf(name)) {
+                const auto evaluate = [](const void* symbols, const void* place) {
+                    const auto current = as<std::shared_ptr<const cExpression>>(place);  // may be replaced meanwhile
+                    return as<cSymbols>(symbols).evaluateVariable(*current);
+                };
+                return cMeaning{.read = evaluate, .subject = this, .detail = formula, .isLasting = true};
+            }
     }
-    if (name == "SimTime") return network.simTime;
+    if (name == "SimTime") return figureOf(&network.simTime, readDouble);
     return std::nullopt;
 }
 
 /// A VARIABLE is a live formula: computed at each reference.
-double cSymbols::evaluateVariable(const std::string& name) {
+double cSymbols::evaluateVariable(const cExpression& formula) const {
     struct cDepth {
         explicit cDepth(int& depthCount) : depth(depthCount) { ++depth; }
         ~cDepth() { --depth; }
         int& depth;
     };
-    const std::shared_ptr<const cExpression> formula = network.variables.at(name);  // may be replaced meanwhile
     if (variableDepth >= deepestVariable) {
-        const std::string message = "Endless recursion in " + formula->getText();
-        throw cException{failureCode::expression, message, {}, formula->getText()};
+        const std::string message = "Endless recursion in " + formula.getText();
+        throw cException{failureCode::expression, message, {}, formula.getText()};
     }
     const cDepth depth(variableDepth);
-    breathe();
-    return formula->evaluate();
+    network.breathe();
+    return formula.evaluate();
 }
 
-std::optional<double> cSymbols::resolvePath(const std::vector<std::string>& parts) {
+std::optional<cMeaning> cSymbols::meaningOfPath(const std::vector<std::string>& parts) {
     cNetworkElement* element = network.findElement(parts[0]);
-    if (auto* activity = dynamic_cast<cNodeAct*>(element)) return resolveActivityPath(*activity, parts);
-    if (auto* queue = dynamic_cast<cNodeQueue*>(element)) return resolveQueuePath(*queue, parts);
+    if (auto* activity = dynamic_cast<cNodeAct*>(element)) return meaningInActivity(*activity, parts);
+    if (auto* queue = dynamic_cast<cNodeQueue*>(element)) return figureIn(*queue, queueFigures, parts[1]);
     return std::nullopt;
 }
 
-/// One of the activity's figures, or the number of the first resource of a type that its current instance holds.
-std::optional<double> cSymbols::resolveActivityPath(cNodeAct& activity, const std::vector<std::string>& parts) {
-    if (isOneOf(parts[1], activityKeywords)) return activity.getAttribute(parts[1]);
+/// One of the activity's figures, or the number of the first resource of a type that its current instance holds, which
+/// is another one each time.
+std::optional<cMeaning> cSymbols::meaningInActivity(cNodeAct& activity, const std::vector<std::string>& parts) {
+    if (const auto figure = figureIn(activity, activityFigures, parts[1])) return figure;
 
     const cResType* type = network.findResourceType(parts[1]);
     if (type == nullptr || parts.size() < 3) return std::nullopt;
@@ -115,35 +163,40 @@ std::optional<double> cSymbols::resolveActivityPath(cNodeAct& activity, const st
 
     const auto [first, end] = currentInstance->getResources().equal_range(type);
     const auto* resource = first == end ? nullptr : dynamic_cast<const cResChar*>(first->second.get());
-    if (resource != nullptr && parts[2] == "ResNum") return resource->getResNum();
-    if (resource != nullptr && parts[2] == "Count") return resource->getUnitCount();
+    if (resource != nullptr && parts[2] == "ResNum")
+        return cMeaning{.number = static_cast<double>(resource->getResNum())};
+    if (resource != nullptr && parts[2] == "Count") return cMeaning{.number = resource->getUnitCount()};
     return std::nullopt;
-}
-
-std::optional<double> cSymbols::resolveQueuePath(cNodeQueue& queue, const std::vector<std::string>& parts) {
-    if (!isOneOf(parts[1], queueKeywords)) return std::nullopt;
-    return queue.getAttribute(parts[1]);
 }
 
 /// What only an expression of a link can name: its predecessor and its count of draws. The owner is looked up with
 /// insertion; an owner that doesn't exist leaves an entry without an element.
-double cSymbols::resolveOfLink(const std::vector<std::string>& parts, const std::string& owner) {
+cMeaning cSymbols::meaningOfLink(const std::vector<std::string>& parts, const std::string& owner) {
     const bool namesPredecessor = parts[0] == "PredNode";
-    if (!namesPredecessor && parts[0] != "nDraws") return 0.0;
+    if (!namesPredecessor && parts[0] != "nDraws") return lastingNumber(0.0);
 
-    auto* link = dynamic_cast<cLink*>(network.elements[owner].get());
-    if (link == nullptr) return 0.0;
-    if (!namesPredecessor) return link->getAttribute("nDraws");
-
-    cNode* predecessor = link->getPredNode();
-    if (predecessor == nullptr) return 0.0;
-    if (parts.size() == 2) return predecessor->getAttribute(parts[1]);
-    if (parts.size() == 3) return resolveHoldings(*predecessor, parts);
-    return 0.0;
+    const auto* link = dynamic_cast<const cLink*>(network.elements.valueWithInsertion(owner).get());
+    cMeaning meaning = lastingNumber(0.0);
+    if (link != nullptr && !namesPredecessor)
+        meaning = figureOf(link, [](const void* s, const void*) -> double { return as<cLink>(s).getDrawCount(); });
+    else if (link != nullptr && link->getPredNode() != nullptr)
+        meaning = meaningInPredecessor(*link->getPredNode(), parts);
+    meaning.isOfOwner = true;
+    return meaning;
 }
 
-double cSymbols::resolveHoldings(const cNetworkElement& predecessor, const std::vector<std::string>& parts) {
+cMeaning cSymbols::meaningInPredecessor(cNode& predecessor, const std::vector<std::string>& parts) {
+    if (parts.size() == 2) {
+        const auto* queue = dynamic_cast<const cNodeQueue*>(&predecessor);
+        if (const auto figure = queue == nullptr ? std::nullopt : figureIn(*queue, queueFigures, parts[1]))
+            return *figure;
+        return {.number = predecessor.getAttribute(parts[1])};
+    }
     const auto* releasers = dynamic_cast<const cReleasers*>(network.findElement(predecessor.getName()));
-    const cResType* type = network.findResourceType(parts[1]);
-    return releasers == nullptr || type == nullptr ? 0.0 : releasers->countOf(parts[2], type);
+    const cResType* type = parts.size() == 3 ? network.findResourceType(parts[1]) : nullptr;
+    if (releasers == nullptr || type == nullptr || parts[2] != "Count") return lastingNumber(0.0);
+    const auto count = [](const void* s, const void* held) {
+        return as<cReleasers>(s).countOf("Count", &as<cResType>(held));
+    };
+    return {.read = count, .subject = releasers, .detail = type, .isLasting = true};
 }

@@ -12,11 +12,12 @@
 #include <vector>
 
 class cActInstance;
+class cExpression;
 class cLink;
 class cNetwork;
 class cNetworkElement;
+class cNode;
 class cNodeAct;
-class cNodeQueue;
 class cRes;
 
 /// What a declared global name stands for.
@@ -30,13 +31,19 @@ public:
     cSymbols(cNetwork& model, std::int64_t firstSeed);
 
     double resolve(const std::string& operand, const std::string& owner) override;
+    cMeaning meaningOf(const std::string& operand, const std::string& owner) override;
     cRandomStreams& randomStreams() override { return streams; }
     double hostGet(const std::string& key) override;
     void breathe() override;
 
     /// Enters a global name. A name that is there already keeps its kind: global code declares each name twice a run.
-    void declareName(const std::string& name, eNameKind kind) { declaredNames.try_emplace(name, kind); }
-    void forgetNames() { declaredNames.clear(); }
+    void declareName(const std::string& name, eNameKind kind) {
+        if (declaredNames.try_emplace(name, kind).second) namesChanged();
+    }
+    void forgetNames() {
+        declaredNames.clear();
+        namesChanged();
+    }
     const std::map<std::string, eNameKind>& getDeclaredNames() const { return declaredNames; }
 
     void pushResource(cRes* resource) { resourceStack.push_back(resource); }
@@ -83,17 +90,16 @@ public:
 
 private:
     // Nothing, where the name has no such meaning.
-    std::optional<double> resolveGlobal(const std::string& name);
-    std::optional<double> resolvePath(const std::vector<std::string>& parts);
-    std::optional<double> resolveActivityPath(cNodeAct& activity, const std::vector<std::string>& parts);
-    std::optional<double> resolveQueuePath(cNodeQueue& queue, const std::vector<std::string>& parts);
-    double resolveOfLink(const std::vector<std::string>& parts, const std::string& owner);
-    double resolveHoldings(const cNetworkElement& predecessor, const std::vector<std::string>& parts);
-    double evaluateVariable(const std::string& name);
+    std::optional<cMeaning> meaningOfGlobal(const std::string& name);
+    std::optional<cMeaning> meaningOfPath(const std::vector<std::string>& parts);
+    std::optional<cMeaning> meaningInActivity(cNodeAct& activity, const std::vector<std::string>& parts);
+    cMeaning meaningOfLink(const std::vector<std::string>& parts, const std::string& owner);
+    cMeaning meaningInPredecessor(cNode& predecessor, const std::vector<std::string>& parts);
+    double evaluateVariable(const cExpression& formula) const;
 
     cNetwork& network;
     std::deque<cRes*> resourceStack;
     std::map<std::string, eNameKind> declaredNames;
-    int variableDepth = 0;  // VARIABLEs that are being evaluated inside one another
+    mutable int variableDepth = 0;  // VARIABLEs that are being evaluated inside one another
     cRandomStreams streams;
 };

@@ -182,8 +182,8 @@ protected:
     void expectLinks(const char* nodeName, const char* in, const char* out) const {
         const auto* node = network.findElement<cNode>(nodeName);
         if (node == nullptr) return;
-        EXPECT_EQ(node->getInLinks().size(), network.elements.count(in));
-        EXPECT_EQ(node->getOutLinks().size(), network.elements.count(out));
+        EXPECT_EQ(node->getInLinks().size(), network.elements.contains(in) ? 1U : 0U);
+        EXPECT_EQ(node->getOutLinks().size(), network.elements.contains(out) ? 1U : 0U);
     }
 };
 

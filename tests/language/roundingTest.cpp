@@ -49,6 +49,78 @@ INSTANTIATE_TEST_SUITE_P(nearlyHalves, cRoundThroughTextTest,
                                            cRounded{0.0000185, 0.000018}, cRounded{0.0000015, 0.000002},
                                            cRounded{0.0000025, 0.000003}, cRounded{1.0000005, 1.000001}));
 
+// ---- without a text and over the text
+
+/// The number of `values` whose bits differ.
+template <typename cNext>
+int differences(int count, cNext next) {
+    int different = 0;
+    for (int i = 0; i < count; ++i) {
+        const double value = next();
+        const auto fast = std::bit_cast<std::uint64_t>(roundThroughText(value));
+        if (fast != std::bit_cast<std::uint64_t>(roundByText(value)) && ++different < 10)
+            ADD_FAILURE() << std::hexfloat << value;
+    }
+    return different;
+}
+
+TEST(roundThroughTextTest, isTheTextsValueForAnyBits) {
+    std::mt19937_64 numbers(1);
+
+    EXPECT_EQ(differences(1000000, [&] { return std::bit_cast<double>(numbers()); }), 0);
+}
+
+TEST(roundThroughTextTest, isTheTextsValueAtEveryMagnitudeThatModelsHave) {
+    std::mt19937_64 numbers(2);
+    const auto next = [&] {
+        const int exponent = static_cast<int>(numbers() % 64) - 30;
+        return std::ldexp(static_cast<double>(static_cast<std::int64_t>(numbers())), exponent - 63);
+    };
+
+    EXPECT_EQ(differences(2000000, next), 0);
+}
+
+// (2k + 1) / 2^7 is 500000 (2k + 1) / 64 millionths: an exact half where 64 divides all but a half of it.
+TEST(roundThroughTextTest, isTheTextsValueAtExactHalvesAndTheirNeighbours) {
+    std::mt19937_64 numbers(3);
+    const auto next = [&] {
+        const double half = static_cast<double>(static_cast<std::int64_t>(numbers()) >> (numbers() % 60 + 3)) / 128.0;
+        const int step = static_cast<int>(numbers() % 3) - 1;
+        return step == 0 ? half : std::nextafter(half, step * infinity);
+    };
+
+    EXPECT_EQ(differences(1000000, next), 0);
+}
+
+TEST(roundThroughTextTest, isTheTextsValueNextToDecimalHalves) {
+    std::mt19937_64 numbers(4);
+    const auto next = [&] {
+        const auto millionths = static_cast<double>(static_cast<std::int64_t>(numbers()) >> (numbers() % 50 + 12));
+        double value = (millionths + 0.5) / 1e6;
+        for (std::uint64_t steps = numbers() % 3; steps > 0; --steps) value = std::nextafter(value, infinity);
+        return value;
+    };
+
+    EXPECT_EQ(differences(1000000, next), 0);
+}
+
+TEST(roundThroughTextTest, isTheTextsValueAroundTheBorderOfExactMillionths) {
+    double value = 0x1p51 / 1e6;
+    for (int i = 0; i < 1000; ++i) value = std::nextafter(value, 0.0);
+    const auto next = [&] { return value = std::nextafter(value, infinity); };
+
+    EXPECT_EQ(differences(2000, next), 0);
+    value = -value;
+    EXPECT_EQ(differences(2000, next), 0);
+}
+
+TEST(roundThroughTextTest, isTheTextsValueForZerosAndDenormals) {
+    const std::array values{0.0, -0.0, 5e-324, -5e-324, 2.2250738585072014e-308, -1e-310, 4.9999999e-7, -5e-7};
+    std::size_t i = 0;
+
+    EXPECT_EQ(differences(values.size(), [&] { return values[i++]; }), 0);
+}
+
 TEST(roundThroughTextTest, aTinyNegativeBecomesNegativeZero) {
     const double rounded = roundThroughText(-0.0000001);
 

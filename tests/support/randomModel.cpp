@@ -306,6 +306,7 @@ void cMaker::makeCode() {
          ';');
     tell(endCondition());
     if (chance.percent(40)) tell("MULTISIM " + std::to_string(chance.between(2, 3)) + ';');
+    tell("ADDTORESULTS Next Rnd()+sRnd(1)+sRnd(2);");  // tells how far the streams have come
     if (chance.percent(60)) tell("ADDTORESULTS Figure level+" + someNode(isQueue).name + ".TotCount;");
     if (chance.percent(30)) tell("AFTERTIMEADVANCE " + statement() + ';');
     if (chance.percent(30)) tell("BEFORETIMEADVANCE " + statement() + ';');
