@@ -50,7 +50,7 @@ cRunOutputs::cRunOutputs(const cRunOptions& options, std::ostream& notesStream)
 void cRunOutputs::appendTrace(const cNetwork& network) {
     if (trace == nullptr) return;
     std::string text;
-    for (const std::string& line : network.traceLines) text += line;
+    for (const std::string& line : network.traceLines()) text += line;
     trace->write(text);
     hasTrace = true;
 }
@@ -98,6 +98,6 @@ void cRunOutputs::writeReplicationLines(const cNetwork& network) {
 /// The lines of a replication that didn't come to its end are those that tell where it failed.
 void cRunOutputs::writeTrace(const cNetwork& network, bool isPartial) {
     if (trace == nullptr) return;
-    if (isPartial && network.traceLines.size() > 1) appendTrace(network);
+    if (isPartial && network.trace.size() > 1) appendTrace(network);
     if (hasTrace || !isPartial) trace->commit();
 }

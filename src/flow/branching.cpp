@@ -46,7 +46,7 @@ cLink& cNodeBranching::branch() {
 void cNodeBranching::receive(cResPtr resource) {
     {
         std::optional<cSymbols::cResourceInHand> inHand;
-        if (dynamic_cast<cResChar*>(resource.get()) != nullptr) inHand.emplace(*network().symbols, resource.get());
+        if (resource->asInstance() != nullptr) inHand.emplace(*network().symbols, resource.get());
         beforeOnFlow();
         branch().runOnFlowStatements();
     }

@@ -54,8 +54,7 @@ void cLink::addOnFlowStatement(const std::string& text) {
 }
 
 cNodeReceiver& cLink::receiver() const {
-    auto* receiving = dynamic_cast<cNodeReceiver*>(succNode);
-    if (receiving != nullptr) return *receiving;
+    if (knownEnds.receiver != nullptr) return *knownEnds.receiver;
 
     const std::string message = "Link \"" + getName() + "\" leads to no node that can receive.";
     throw cException{failureCode::expression, message, {}, {}};

@@ -13,6 +13,10 @@
 #include <optional>
 #include <string>
 
+class cNodeActCombi;
+class cNodeQueue;
+class cReleasers;
+
 /// Joins two nodes and says how resources go from the first to the second.
 ///
 /// A link has the rules of every kind in it; which of them applies follows from the pair of nodes, and is worked out
@@ -39,6 +43,15 @@ public:
     eLinkKind setSuccNode(cNode* node);
     cNode* getPredNode() const { return predNode; }
     cNode* getSuccNode() const { return succNode; }
+
+    /// The ends as what they are for the link, null where they aren't. Kept, because every event asks.
+    struct cEnds {
+        cNodeQueue* queue = nullptr;        ///< in front, to draw from
+        cReleasers* releasers = nullptr;    ///< in front, to release from
+        cNodeReceiver* receiver = nullptr;  ///< behind, to receive
+        cNodeActCombi* combi = nullptr;     ///< behind, to wake
+    };
+    const cEnds& ends() const { return knownEnds; }
 
     std::int32_t getDrawCount() const { return nDraws; }
     eLinkKind getLinkKind() const { return linkKind; }
@@ -71,6 +84,7 @@ private:
     cStatementList onFlowStatements;
     cNode* predNode = nullptr;
     cNode* succNode = nullptr;
+    cEnds knownEnds;
     eLinkKind linkKind = kindIncomplete;
 };
 

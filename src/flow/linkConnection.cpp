@@ -1,6 +1,9 @@
 // Which pairs of nodes a link may join, and what it becomes by joining them.
 
 #include "flow/link.h"
+#include "flow/releasers.h"
+#include "kernel/combi.h"
+#include "kernel/queue.h"
 #include "language/symbols.h"
 
 #include <array>
@@ -121,6 +124,8 @@ eLinkKind cLink::setSuccNode(cNode* node) {
 
     if (succNode != nullptr) succNode->removeInLink(this);
     succNode = node;
+    knownEnds.receiver = dynamic_cast<cNodeReceiver*>(node);
+    knownEnds.combi = dynamic_cast<cNodeActCombi*>(node);
     if (node != nullptr) node->addInLink(this);
     return become(verdict.kind, verdict.type);
 }
@@ -132,6 +137,8 @@ eLinkKind cLink::setPredNode(cNode* node) {
 
     if (predNode != nullptr) predNode->removeOutLink(this);
     predNode = node;
+    knownEnds.queue = dynamic_cast<cNodeQueue*>(node);
+    knownEnds.releasers = dynamic_cast<cReleasers*>(node);
     if (node != nullptr) node->addOutLink(this);
     return become(verdict.kind, verdict.type);
 }

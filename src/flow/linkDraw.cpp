@@ -35,13 +35,13 @@ cLinkDraw::cLinkDraw(cLink& owner, cEvaluationContext& model)
 double cLinkDraw::evaluateEnough() const { return enough.evaluate(link.getName()); }
 
 std::vector<cResPtr> cLinkDraw::draw() {
-    auto* queue = dynamic_cast<cNodeQueue*>(link.getPredNode());
+    cNodeQueue* queue = link.ends().queue;
     if (queue == nullptr)
         throw cException{failureCode::expression, "Link \"" + link.getName() + "\" has no queue to draw from.", {}, {}};
 
     const cDrawCount count(nDraws);
-    if (dynamic_cast<const cResTypeGen*>(queue->getResType()) != nullptr) return drawAmounts(*queue);
-    if (dynamic_cast<const cResTypeChar*>(queue->getResType()) != nullptr) return drawInstances(*queue);
+    if (isGeneric(queue->getResType())) return drawAmounts(*queue);
+    if (isCharacterized(queue->getResType())) return drawInstances(*queue);
     return {};
 }
 

@@ -14,14 +14,14 @@ cLinkRelease::cLinkRelease(cLink& owner, cEvaluationContext& model)
       link(owner) {}
 
 void cLinkRelease::release() {
-    auto* from = dynamic_cast<cReleasers*>(link.getPredNode());
+    cReleasers* from = link.ends().releasers;
     if (from == nullptr) {
         const std::string message = "Link \"" + link.getName() + "\" has no node in front that can release.";
         throw cException{failureCode::expression, message, {}, {}};
     }
-    if (dynamic_cast<const cResTypeGen*>(link.getResType()) != nullptr)
+    if (isGeneric(link.getResType()))
         releaseAmount(*from);
-    else if (dynamic_cast<const cResTypeChar*>(link.getResType()) != nullptr)
+    else if (isCharacterized(link.getResType()))
         releaseInstances(*from);
 }
 

@@ -2,18 +2,12 @@
 
 #include <algorithm>
 
-namespace {
-
-bool isGeneric(const cResType* type) { return dynamic_cast<const cResTypeGen*>(type) != nullptr; }
-
-}  // namespace
-
 bool cReleasers::release(const cRes& resource) {
     const auto [first, end] = holdings.equal_range(resource.getResType());
     if (first == end) return false;
 
-    if (const auto* released = dynamic_cast<const cResGen*>(&resource)) {
-        auto* holding = dynamic_cast<cResGen*>(first->second.get());
+    if (const cResGen* released = resource.asAmount()) {
+        cResGen* holding = first->second->asAmount();
         if (holding != nullptr && released->getAmount() < holding->getAmount())
             holding->subtract(*released);
         else
@@ -47,10 +41,10 @@ void cReleasers::addHolding(const cResPtr& resource) {
 }
 
 void cReleasers::mergeHolding(const cResPtr& resource) {
-    const auto* added = dynamic_cast<const cResGen*>(resource.get());
+    const cResGen* added = resource->asAmount();
     const auto present = holdings.lower_bound(resource->getResType());
     const bool isHeld = present != holdings.end() && present->first == resource->getResType();
-    auto* holding = isHeld ? dynamic_cast<cResGen*>(present->second.get()) : nullptr;
+    cResGen* holding = isHeld ? present->second->asAmount() : nullptr;
     if (added != nullptr && holding != nullptr)
         holding->add(*added);
     else

@@ -16,7 +16,7 @@ void eraseIfHeld(cList& list, const std::string& name, const cResChar* resource)
 }  // namespace
 
 cResChar::cResChar(cResTypeChar* type)
-    : cRes(type), charType(type), resNum(++type->instanceCount), birthTime(cNetwork::current().simTime) {
+    : cRes(type, false), charType(type), resNum(++type->instanceCount), birthTime(cNetwork::current().simTime) {
     instanceName = (type->getTypeName() + '_' + std::to_string(resNum)).substr(0, longestInstanceName);
     for (const std::string& name : type->getSaveProps()) props[name] = 0.0;
 }

@@ -7,12 +7,12 @@
 #include <memory>
 #include <string>
 
-class cNetworkElement;
+class cResChar;
+class cResGen;
 
 /// What moves through a network. Belongs to a type, which outlives it.
 class cRes {
 public:
-    explicit cRes(cResType* type) : resType(type) {}
     virtual ~cRes() = default;
     cRes(const cRes&) = delete;
     cRes& operator=(const cRes&) = delete;
@@ -21,8 +21,18 @@ public:
     /// How much the resource counts for: an amount, or one.
     virtual double quantity() const = 0;
 
+    /// The resource as what it is: one of the two is null. Told without a cast, because every flow asks.
+    cResGen* asAmount();
+    const cResGen* asAmount() const;
+    cResChar* asInstance();
+    const cResChar* asInstance() const;
+
+protected:
+    cRes(cResType* type, bool isAmountOfType) : resType(type), isAmount(isAmountOfType) {}
+
 private:
     cResType* resType;  // of cResTypeChar for a cResChar; an amount has the type of its link, and may have none
+    bool isAmount;
 };
 
 /// Shared, because a resource can stand in more than one list at a time: a compound that is sent on anew while it still
@@ -36,7 +46,7 @@ using cHoldings = std::multimap<const cResType*, cResPtr>;
 /// An amount of a generic type.
 class cResGen : public cRes {
 public:
-    cResGen(cResType* type, double startAmount) : cRes(type), amount(startAmount) {}
+    cResGen(cResType* type, double startAmount) : cRes(type, true), amount(startAmount) {}
 
     double getAmount() const { return amount; }
     double quantity() const override { return amount; }
@@ -92,3 +102,8 @@ public:
 
     cHoldings contents;  ///< the parts; they may stand in other lists too
 };
+
+inline cResGen* cRes::asAmount() { return isAmount ? static_cast<cResGen*>(this) : nullptr; }
+inline const cResGen* cRes::asAmount() const { return isAmount ? static_cast<const cResGen*>(this) : nullptr; }
+inline cResChar* cRes::asInstance() { return isAmount ? nullptr : static_cast<cResChar*>(this); }
+inline const cResChar* cRes::asInstance() const { return isAmount ? nullptr : static_cast<const cResChar*>(this); }

@@ -28,6 +28,8 @@ public:
     cResType(const cResType&) = delete;
     cResType& operator=(const cResType&) = delete;
 
+    /// Whether its resources are amounts. All others are identified instances.
+    bool isGeneric() const { return generic; }
     const std::string& getTypeName() const { return typeName; }
     const std::string& getTypeKind() const { return typeKind; }
     const std::vector<cHomogHolder*>& getHolders() const { return holders; }
@@ -40,25 +42,30 @@ public:
     void moveHoldersTo(cResType* replacement);
 
 protected:
-    cResType(std::string name, std::string kind) : typeName(std::move(name)), typeKind(std::move(kind)) {}
+    cResType(std::string name, std::string kind, bool hasAmounts)
+        : generic(hasAmounts), typeName(std::move(name)), typeKind(std::move(kind)) {}
 
 private:
+    bool generic;
     std::string typeName;
     std::string typeKind;
     std::vector<cHomogHolder*> holders;
 };
 
+inline bool isGeneric(const cResType* type) { return type != nullptr && type->isGeneric(); }
+inline bool isCharacterized(const cResType* type) { return type != nullptr && !type->isGeneric(); }
+
 /// A type without identity: its resources are amounts, and amounts add up.
 class cResTypeGen : public cResType {
 public:
-    explicit cResTypeGen(std::string name) : cResType(std::move(name), typeKindWord::generic) {}
+    explicit cResTypeGen(std::string name) : cResType(std::move(name), typeKindWord::generic, true) {}
 };
 
 /// A type whose resources are identified instances with a name, a number, times and properties.
 class cResTypeChar : public cResType {
 public:
     explicit cResTypeChar(std::string name, std::string kind = typeKindWord::characterized)
-        : cResType(std::move(name), std::move(kind)) {}
+        : cResType(std::move(name), std::move(kind), false) {}
 
     /// Replaces the names of the properties that every instance made from now on stores a value for.
     virtual void setSaveProps(std::vector<std::string> names) { saveProps = std::move(names); }

@@ -2,6 +2,7 @@
 
 #include "flow/resourceType.h"
 #include "kernel/nameMap.h"
+#include "kernel/trace.h"
 #include "language/exception.h"
 #include "language/expression.h"
 #include "language/statement.h"
@@ -97,6 +98,8 @@ public:
 
     /// Appends a line to the trace, cut to 255 characters; does nothing while the trace is full.
     void addTraceLine(std::string line);
+    /// The trace of this replication, headed by the header line. Cost: every line is formed anew.
+    std::vector<std::string> traceLines() const { return trace.lines(); }
 
     /// Calls `visit` with each element by name order. Entries without an element, which some look-ups leave in the map,
     /// are passed over.
@@ -119,13 +122,13 @@ public:
 
     // ---- the model
 
-    std::int32_t replications = 1;        ///< how many replications a run makes
-    bool stopRequested = false;           ///< the host is closing; set once and never cleared
-    bool paused = false;                  ///< the host holds the run
-    std::int32_t simState = 0;            ///< 1 while a run is on, else 0
-    double simTime = 0.0;                 ///< the clock
-    std::vector<std::string> traceLines;  ///< the trace of this replication, headed by the header line
-    const cClock clock;                   ///< start values of random streams
+    std::int32_t replications = 1;  ///< how many replications a run makes
+    bool stopRequested = false;     ///< the host is closing; set once and never cleared
+    bool paused = false;            ///< the host holds the run
+    std::int32_t simState = 0;      ///< 1 while a run is on, else 0
+    double simTime = 0.0;           ///< the clock
+    cTrace trace;                   ///< of this replication
+    const cClock clock;             ///< start values of random streams
     const std::unique_ptr<cSymbols> symbols;
     const std::unique_ptr<cRunStatistics> runStatistics;
 
@@ -170,7 +173,6 @@ private:
     eStarts startAsOftenAsPossible(cNodeActCombi& combi);
     void endInstancesAt(double time);
     cNodeAct* activityOf(const cActInstance& instance) const;
-    void emptyTrace();
 
     std::list<std::shared_ptr<cActInstance>> calendar;  // by ascending end time, equal ones in order of scheduling
     std::vector<cNodeActCombi*> combiOrder;

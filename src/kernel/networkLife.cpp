@@ -4,7 +4,6 @@
 #include "kernel/element.h"
 #include "kernel/network.h"
 #include "kernel/runStatistics.h"
-#include "kernel/trace.h"
 #include "language/symbols.h"
 
 #include <cassert>
@@ -32,7 +31,6 @@ cNetwork::cNetwork(cClock secondsSource)
       variables(symbols->namesVersion),
       saveValues(symbols->namesVersion) {
     networkOfProcess = this;
-    emptyTrace();
 }
 
 cNetwork::~cNetwork() {
@@ -44,14 +42,12 @@ cNetwork::~cNetwork() {
     if (networkOfProcess == this) networkOfProcess = nullptr;
 }
 
-void cNetwork::emptyTrace() { traceLines.assign(1, std::string(traceHeader)); }
-
 void cNetwork::resetRun() {
     paused = false;
     calendar.clear();
     combiOrder.clear();
     simTime = 0.0;
-    emptyTrace();
+    trace.restart();
     for (const auto& [name, type] : resourceTypes)
         if (auto* characterized = dynamic_cast<cResTypeChar*>(type.get())) characterized->instanceCount = 0;
     forEachElement([](cNetworkElement& element) { element.resetElement(); });

@@ -25,16 +25,16 @@ void cNodeQueue::closeSegment() {
 
 void cNodeQueue::receive(cResPtr resource) {
     closeSegment();
-    if (isGeneric())
+    if (isGeneric(resType))
         receiveAmount(resource);
-    else if (isCharacterized())
+    else if (isCharacterized(resType))
         receiveInstance(resource);
     if (statistics.curCount > statistics.maxCont) statistics.maxCont = statistics.curCount;
     redrawQueue();
 }
 
 void cNodeQueue::receiveAmount(const cResPtr& resource) {
-    const auto* received = dynamic_cast<const cResGen*>(resource.get());
+    const cResGen* received = resource->asAmount();
     if (received == nullptr) failOnFamily(*resource);
 
     accumulator().add(*received);
@@ -44,7 +44,7 @@ void cNodeQueue::receiveAmount(const cResPtr& resource) {
 }
 
 void cNodeQueue::receiveInstance(const cResPtr& resource) {
-    auto* received = dynamic_cast<cResChar*>(resource.get());
+    cResChar* received = resource->asInstance();
     if (received == nullptr) failOnFamily(*resource);
 
     const cSymbols::cResourceInHand inHand(*network().symbols, received);
@@ -85,7 +85,7 @@ double cNodeQueue::orderKeyOf(const cResPtr& resource) const {
 double cNodeQueue::drawAmount(double amount) {
     closeSegment();
     const double taken = amount < statistics.curCount ? amount : statistics.curCount;
-    if (isGeneric()) {
+    if (isGeneric(resType)) {
         accumulator().subtract(amount);
         statistics.curCount = accumulator().getAmount();
         if (statistics.curCount < statistics.minCont) statistics.minCont = statistics.curCount;
@@ -114,7 +114,7 @@ cResPtr cNodeQueue::drawInstance(cResPtr resource) {
 
 void cNodeQueue::markCombis() {
     for (const auto& [name, link] : getOutLinks())
-        if (auto* combi = dynamic_cast<cNodeActCombi*>(link->getSuccNode())) combi->markQueueChanged();
+        if (cNodeActCombi* combi = link->ends().combi) combi->markQueueChanged();
 }
 
 void cNodeQueue::setResType(cResType* newType) {
@@ -125,7 +125,7 @@ void cNodeQueue::setResType(cResType* newType) {
 
 void cNodeQueue::emptyContents() {
     contentsList.clear();
-    if (isGeneric()) contentsList.push_back(std::make_shared<cResGen>(getResType(), 0.0));
+    if (isGeneric(resType)) contentsList.push_back(std::make_shared<cResGen>(getResType(), 0.0));
 }
 
 cResGen& cNodeQueue::accumulator() { return static_cast<cResGen&>(*contentsList.front()); }

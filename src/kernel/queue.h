@@ -60,9 +60,6 @@ public:
     void addOnEntryStatement(const std::string& text);
 
     double orderKeyOf(const cResPtr& resource) const;
-    bool isGeneric() const { return dynamic_cast<const cResTypeGen*>(getResType()) != nullptr; }
-    bool isCharacterized() const { return dynamic_cast<const cResTypeChar*>(getResType()) != nullptr; }
-
     /// Statistics since the last reset, times in the model's own unit.
     struct cStatistics {
         double curCount = 0.0;

@@ -7,34 +7,70 @@ namespace {
 
 constexpr std::size_t longestLine = 255;
 
-std::string timeField(const cNetwork& network) { return fixedText(network.simTime, 2) + ','; }
+constexpr std::string_view chosen = "FORKCHOOSE,";
+constexpr std::string_view notChosen = "FORKNOCHOOSE,";
+
+std::string lineOf(const cTrace::cRecord& record) {
+    using eForm = cTrace::eForm;
+    if (record.form == eForm::text) return record.name;
+    if (record.form == eForm::entry) return "\n";
+
+    const std::string time = fixedText(record.time, 2) + ',';
+    const std::string word(record.word);
+    switch (record.form) {
+        case eForm::attempt: return time + "ATTEMPT," + record.name + ',' + word + ",,,,\n";
+        case eForm::end: return time + word + ',' + record.name + '(' + std::to_string(record.instanceId) + "),,,,\n";
+        case eForm::draw:
+            return time + "ONDRAWFROM," + record.name + ",,,," + fixedText(record.first, 2) + ',' +
+                   fixedText(record.second, 2) + ",\n";
+        default:
+            return time + word + record.name + ",,,,,," + fixedText(record.first, 2) + ',' + record.successor + '\n';
+    }
+}
 
 }  // namespace
 
-void cNetwork::addTraceLine(std::string line) {
-    if (traceLines.size() >= traceCapacity) return;
-    if (line.size() > longestLine) line.resize(longestLine);
-    traceLines.push_back(std::move(line));
+std::vector<std::string> cTrace::lines() const {
+    std::vector<std::string> lines{std::string(traceHeader)};
+    lines.reserve(size());
+    for (const cRecord& record : records) {
+        lines.push_back(lineOf(record));
+        if (lines.back().size() > longestLine) lines.back().resize(longestLine);
+    }
+    return lines;
 }
 
+void cNetwork::addTraceLine(std::string line) { trace.add({.form = cTrace::eForm::text, .name = std::move(line)}); }
+
 void traceAttempt(cNetwork& network, const std::string& combi, std::string_view result) {
-    network.addTraceLine(timeField(network) + "ATTEMPT," + combi + ',' + std::string(result) + ",,,,\n");
+    if (network.trace.isFull()) return;
+    network.trace.add({.form = cTrace::eForm::attempt, .time = network.simTime, .word = result, .name = combi});
 }
 
 void traceEnd(cNetwork& network, std::string_view action, const std::string& activity, std::int32_t instanceId) {
-    network.addTraceLine(timeField(network) + std::string(action) + ',' + activity + '(' + std::to_string(instanceId) +
-                         "),,,,\n");
+    if (network.trace.isFull()) return;
+    network.trace.add({.form = cTrace::eForm::end,
+                       .time = network.simTime,
+                       .word = action,
+                       .instanceId = instanceId,
+                       .name = activity});
 }
 
 void traceDraw(cNetwork& network, const std::string& queue, double curCount, double totCount) {
-    network.addTraceLine(timeField(network) + "ONDRAWFROM," + queue + ",,,," + fixedText(curCount, 2) + ',' +
-                         fixedText(totCount, 2) + ",\n");
+    if (network.trace.isFull()) return;
+    network.trace.add(
+        {.form = cTrace::eForm::draw, .time = network.simTime, .first = curCount, .second = totCount, .name = queue});
 }
 
 void traceBranch(cNetwork& network, const std::string& fork, bool isChosen, double runningSum,
                  const std::string& successor) {
-    network.addTraceLine(timeField(network) + (isChosen ? "FORKCHOOSE," : "FORKNOCHOOSE,") + fork + ",,,,,," +
-                         fixedText(runningSum, 2) + ',' + successor + '\n');
+    if (network.trace.isFull()) return;
+    network.trace.add({.form = cTrace::eForm::branch,
+                       .time = network.simTime,
+                       .word = isChosen ? chosen : notChosen,
+                       .first = runningSum,
+                       .name = fork,
+                       .successor = successor});
 }
 
-void traceEntry(cNetwork& network) { network.addTraceLine("\n"); }
+void traceEntry(cNetwork& network) { network.trace.add({}); }

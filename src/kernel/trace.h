@@ -3,10 +3,11 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class cNetwork;
 
-/// The trace of a replication: one comma-separated line for each decision of the kernel, kept in the network.
+/// The trace of a replication: one comma-separated line for each decision of the kernel.
 ///
 /// The header names a serial number that no line has, so each line stands one column to the left of it. The lines are
 /// laid out like this for good: readers rely on it.
@@ -23,6 +24,39 @@ inline constexpr std::string_view semaphore = "Fail-Semaphore";
 inline constexpr std::string_view queueSupport = "Fail-QueueSupport";
 inline constexpr std::string_view success = "Success";
 }  // namespace attemptResult
+
+/// Keeps what happened, and makes lines of it when somebody asks: most runs are never read.
+class cTrace {
+public:
+    enum class eForm : std::uint8_t { text, attempt, end, draw, branch, entry };
+
+    /// What a line is made of. `word` points to a text that lasts.
+    struct cRecord {
+        eForm form = eForm::entry;
+        double time = 0.0;
+        std::string_view word = {};
+        std::int32_t instanceId = 0;
+        double first = 0.0;
+        double second = 0.0;
+        std::string name = {};
+        std::string successor = {};
+    };
+
+    /// Back to the header alone.
+    void restart() { records.clear(); }
+    bool isFull() const { return records.size() + 1 >= traceCapacity; }
+    /// Takes a record in; does nothing while the trace is full.
+    void add(cRecord record) {
+        if (!isFull()) records.push_back(std::move(record));
+    }
+    /// How many lines there are, the header among them.
+    std::size_t size() const { return records.size() + 1; }
+    /// The lines, headed by the header, each cut to 255 characters.
+    std::vector<std::string> lines() const;
+
+private:
+    std::vector<cRecord> records;
+};
 
 /// A Combi was tried. `result` is one of those above.
 void traceAttempt(cNetwork& network, const std::string& combi, std::string_view result);

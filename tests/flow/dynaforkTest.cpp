@@ -125,7 +125,7 @@ TEST_F(cDynaforkTest, nothingIsTraced) {
 
     sendBurst(fork, {amountOf(soil, 1.0), instanceOf(truck)});
 
-    EXPECT_EQ(network.traceLines.size(), 1U);  // the header
+    EXPECT_EQ(network.trace.size(), 1U);  // the header
 }
 
 // ---- nothing to choose from

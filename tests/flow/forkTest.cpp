@@ -21,7 +21,7 @@ protected:
     /// The lines of the trace that Forks wrote.
     cTexts forkLines() const {
         cTexts lines;
-        for (const std::string& line : network.traceLines)
+        for (const std::string& line : network.traceLines())
             if (line.find(",FORK") != std::string::npos) lines.push_back(line);
         return lines;
     }
@@ -270,12 +270,12 @@ TEST_F(cForkTest, theLinesStandThereBeforeTheFlowGoesOn) {
 
 TEST_F(cForkTest, aFullTraceTakesNoMoreLines) {
     branch(fork, {"1", "1"});
-    while (network.traceLines.size() < traceCapacity - 1) network.addTraceLine("x");
+    while (network.trace.size() < traceCapacity - 1) network.addTraceLine("x");
 
     fork.flowBegin();
 
-    EXPECT_EQ(network.traceLines.size(), traceCapacity);
-    EXPECT_TRUE(network.traceLines.back().ends_with(",A\n"));
+    EXPECT_EQ(network.trace.size(), traceCapacity);
+    EXPECT_TRUE(network.traceLines().back().ends_with(",A\n"));
 }
 
 // ---- many Forks

@@ -90,12 +90,12 @@ TEST_F(cLinkDrawTest, moreThanThereIsGivesWhatThereIs) {
 TEST_F(cLinkDrawTest, anEmptyQueueGivesNothingAndNoRuleIsAsked) {
     fromPile.setRuleText(eLinkRule::drawUntil, "GET(\"until\")");
     fromPile.setRuleText(eLinkRule::drawAmt, "GET(\"amount\")");
-    network.traceLines.clear();
+    network.trace.restart();
 
     EXPECT_TRUE(amounts().empty());
 
     EXPECT_TRUE(network.askedKeys.empty());
-    EXPECT_TRUE(network.traceLines.empty());
+    EXPECT_TRUE(network.tracedLines().empty());
 }
 
 TEST_F(cLinkDrawTest, drawsGoOnUntilTheQueueIsEmptyAndAddUp) {

@@ -32,7 +32,7 @@ protected:
     /// What ended, in order: "Work(0)".
     cTexts ends() const {
         cTexts names;
-        for (const std::string& line : network.traceLines) {
+        for (const std::string& line : network.traceLines()) {
             const std::size_t at = line.find(",ONEND,");
             if (at != std::string::npos) names.push_back(line.substr(at + 7, line.find(')') - at - 6));
         }
@@ -85,7 +85,7 @@ TEST_F(cAdvanceClockTest, endsThatDifferByLessThanTheTraceShowsAreTwoTimeAdvance
     EXPECT_EQ(network.simTime, 10.000000001);
     const cTexts expected{std::string(traceHeader), "10.00,BEFOREEND,Rest(0),,,,\n", "10.00,ONEND,Rest(0),,,,\n",
                           "10.00,BEFOREEND,Work(0),,,,\n", "10.00,ONEND,Work(0),,,,\n"};
-    EXPECT_EQ(network.traceLines, expected);
+    EXPECT_EQ(network.traceLines(), expected);
 }
 
 TEST_F(cAdvanceClockTest, aNegativeDurationGoesInFrontAndTheClockRunsBackwards) {

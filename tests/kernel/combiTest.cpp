@@ -25,7 +25,7 @@ protected:
     void fill(const std::string& queue, double amount) {
         network.findElement<cNodeQueue>(queue)->receive(std::make_shared<cResGen>(&soil, amount));
     }
-    void forgetTrace() { network.traceLines.clear(); }
+    void forgetTrace() { network.trace.restart(); }
     /// A second Combi, whose cycle of 3 keeps the clock going.
     void addClockwork() {
         cNodeActCombi& tick = network.addCombi("Tick");
@@ -38,7 +38,7 @@ protected:
     /// The lines of the trace that tell of attempts of Dig.
     cTexts attempts() const {
         cTexts lines;
-        for (const std::string& line : network.traceLines)
+        for (const std::string& line : network.traceLines())
             if (line.find(",ATTEMPT,Dig,") != std::string::npos) lines.push_back(line);
         return lines;
     }
@@ -79,8 +79,8 @@ TEST_F(cCombiTest, theInstanceHoldsWhatWasDrawnAndTheCombiNothing) {
 TEST_F(cCombiTest, theLineOfASuccessComesBeforeTheDraws) {
     dig.attempt();
 
-    EXPECT_EQ(network.traceLines, (cTexts{"0.00,ATTEMPT,Dig,Success,,,,\n", "0.00,ONDRAWFROM,Pile,,,,1.00,2.00,\n",
-                                          "0.00,ONDRAWFROM,Sand,,,,1.00,2.00,\n"}));
+    EXPECT_EQ(network.tracedLines(), (cTexts{"0.00,ATTEMPT,Dig,Success,,,,\n", "0.00,ONDRAWFROM,Pile,,,,1.00,2.00,\n",
+                                             "0.00,ONDRAWFROM,Sand,,,,1.00,2.00,\n"}));
 }
 
 TEST_F(cCombiTest, drawsFollowTheNamesOfTheLinks) {
@@ -90,7 +90,7 @@ TEST_F(cCombiTest, drawsFollowTheNamesOfTheLinks) {
 
     load.attempt();
 
-    EXPECT_EQ(network.traceLines.at(1), "0.00,ONDRAWFROM,Sand,,,,1.00,2.00,\n");
+    EXPECT_EQ(network.tracedLines().at(1), "0.00,ONDRAWFROM,Sand,,,,1.00,2.00,\n");
 }
 
 TEST_F(cCombiTest, theFirstQueueKeepsItsContentWhenTheSecondDoesNotSupportTheCombi) {
@@ -99,7 +99,7 @@ TEST_F(cCombiTest, theFirstQueueKeepsItsContentWhenTheSecondDoesNotSupportTheCom
 
     EXPECT_FALSE(dig.attempt());
 
-    EXPECT_EQ(network.traceLines, cTexts{"0.00,ATTEMPT,Dig,Fail-QueueSupport,,,,\n"});
+    EXPECT_EQ(network.tracedLines(), cTexts{"0.00,ATTEMPT,Dig,Fail-QueueSupport,,,,\n"});
     EXPECT_EQ(pile.getCurCount(), 2.0);
     EXPECT_EQ(dig.getStatistics().nextInstance, 0);
 }
@@ -125,7 +125,7 @@ TEST_F(cCombiTest, aClosedSemaphoreFailsBeforeTheQueuesAreAsked) {
 
     EXPECT_FALSE(dig.attempt());
 
-    EXPECT_EQ(network.traceLines, cTexts{"0.00,ATTEMPT,Dig,Fail-Semaphore,,,,\n"});
+    EXPECT_EQ(network.tracedLines(), cTexts{"0.00,ATTEMPT,Dig,Fail-Semaphore,,,,\n"});
     EXPECT_TRUE(network.askedKeys.empty());
     EXPECT_EQ(pile.getCurCount(), 2.0);
 }
@@ -218,7 +218,7 @@ TEST_F(cCombiTest, codeBeforeTheDrawsHasNoLineNoEventPointAndNoCurrentInstance) 
     std::size_t linesBefore = 0;
     network.onMessage = [&](const std::string&) {
         eventsBefore = network.eventPoints;
-        linesBefore = network.traceLines.size();
+        linesBefore = network.tracedLines().size();
     };
     network.eventPoints = 0;
 

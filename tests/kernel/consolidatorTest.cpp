@@ -368,7 +368,7 @@ TEST_F(cConsolidatorTest, theInstanceEndsInTheAdvanceOfTheClockThatStartedIt) {
     network.advanceClock();
 
     EXPECT_EQ(heap.getCurCount(), 1.0);
-    EXPECT_EQ(network.traceLines.back(), "2.00,ONEND,Gather(1),,,,\n");
+    EXPECT_EQ(network.traceLines().back(), "2.00,ONEND,Gather(1),,,,\n");
 }
 
 TEST_F(cConsolidatorTest, whatComesBetweenAFiringAndTheEndOfItsInstanceCeasesToExist) {

@@ -18,7 +18,7 @@ protected:
     /// How many lines of the trace end in `tail`.
     std::size_t linesWith(const std::string& tail) const {
         return static_cast<std::size_t>(std::ranges::count_if(
-            network.traceLines, [&](const std::string& line) { return line.ends_with(tail + ",,,,\n"); }));
+            network.traceLines(), [&](const std::string& line) { return line.ends_with(tail + ",,,,\n"); }));
     }
 
     cWatchedNetwork network;
@@ -228,7 +228,8 @@ TEST_F(cEventLoopTest, anInstanceOfZeroLengthEndsBeforeItsCombiIsTriedAgain) {
                           "0.00,BEFOREEND,Dig(1),,,,\n",
                           "0.00,ONEND,Dig(1),,,,\n",
                           "0.00,ATTEMPT,Dig,Fail-QueueSupport,,,,\n"};
-    EXPECT_EQ(cTexts(network.traceLines.begin() + 2, network.traceLines.end()), expected);
+    const cTexts lines = network.tracedLines();
+    EXPECT_EQ(cTexts(lines.begin() + 1, lines.end()), expected);
 }
 
 TEST_F(cEventLoopTest, aZeroLengthYieldsToTheOtherCombisOfThePassAndAllowsNoFurtherPass) {

@@ -78,12 +78,12 @@ TEST_F(cInstanceEndTest, theWalksFollowTheNamesOfTheLinks) {
 
 TEST_F(cInstanceEndTest, traceLineThenEventPointThenCode) {
     network.execute("ONSTART Work POST start;\nBEFOREEND Work POST beforeEnd;\nONEND Work POST onEnd;\n");
-    network.onEventPoint = [&] { network.messages.push_back("event behind " + network.traceLines.back()); };
-    network.traceLines.back() = "header";
+    network.onEventPoint = [&] { network.messages.push_back("event behind " + network.traceLines().back()); };
+    network.addTraceLine("earlier line");
 
     fire(4.0);
 
-    const cTexts expected{"event behind header",  // a start has no line
+    const cTexts expected{"event behind earlier line",  // a start has no line
                           "start ",
                           "event behind 0.00,BEFOREEND,Work(0),,,,\n",
                           "beforeEnd ",
@@ -210,7 +210,7 @@ TEST_F(cInstanceEndTest, anInstanceThatDoesNotRunEndsWithoutEffect) {
     work.endInstance(7);
 
     EXPECT_EQ(work.getStatistics().curInst, 0);
-    EXPECT_EQ(network.traceLines.size(), 3U);  // the header and the two lines of the first end
+    EXPECT_EQ(network.trace.size(), 3U);  // the header and the two lines of the first end
 }
 
 TEST_F(cInstanceEndTest, aDrawnActivityIsRefreshedAtTheEndAndNotByAStartAlone) {
@@ -243,7 +243,7 @@ TEST_F(cInstanceEndTest, aNegativeLengthEndsInThePast) {
     network.advanceClock();
 
     EXPECT_EQ(network.simTime, 7.0);
-    EXPECT_EQ(network.traceLines.back(), "7.00,ONEND,Work(0),,,,\n");
+    EXPECT_EQ(network.traceLines().back(), "7.00,ONEND,Work(0),,,,\n");
 }
 
 TEST_F(cInstanceEndTest, eventCodeOfAnActivityRunsInTheFirstReplicationOnly) {

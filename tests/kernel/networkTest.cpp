@@ -26,7 +26,7 @@ TEST_F(cNetworkTest, aNewNetworkIsReadyToRunOneReplication) {
     EXPECT_EQ(network.simState, 0);
     EXPECT_EQ(network.simTime, 0.0);
     EXPECT_EQ(network.endCondition.getText(), "0");
-    EXPECT_EQ(network.traceLines, cTexts{std::string(traceHeader)});
+    EXPECT_EQ(network.traceLines(), cTexts{std::string(traceHeader)});
     EXPECT_TRUE(network.getCalendar().empty());
     EXPECT_TRUE(network.getCombiOrder().empty());
 }
@@ -246,7 +246,7 @@ TEST_F(cRunningNetworkTest, resetReadiesTheNextReplication) {
     EXPECT_TRUE(network.getCalendar().empty());
     EXPECT_TRUE(network.getCombiOrder().empty());
     EXPECT_EQ(network.simTime, 0.0);
-    EXPECT_EQ(network.traceLines, cTexts{std::string(traceHeader)});
+    EXPECT_EQ(network.traceLines(), cTexts{std::string(traceHeader)});
     EXPECT_EQ(truck.instanceCount, 0);
     EXPECT_EQ(queue.getCurCount(), 0.0);
     EXPECT_EQ(combi.getStatistics().nextInstance, 0);

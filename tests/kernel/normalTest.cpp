@@ -252,7 +252,7 @@ TEST_F(cNormalTest, aNormalOfLength0EndsInTheSameAdvanceOfTheClock) {
 
     EXPECT_EQ(statistics().nextInstance, 1);
     EXPECT_EQ(statistics().curInst, 0);
-    EXPECT_EQ(network.traceLines.back(), "2.00,ONEND,Haul(0),,,,\n");
+    EXPECT_EQ(network.traceLines().back(), "2.00,ONEND,Haul(0),,,,\n");
     EXPECT_FALSE(network.advanceClock());
 }
 

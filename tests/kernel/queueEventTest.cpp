@@ -9,7 +9,7 @@ class cQueueEventTest : public cQueueTest {};
 
 TEST_F(cQueueEventTest, anEntryLeavesABareLineFeedInTheTraceThenAnEventPointThenItsCode) {
     network.execute("ONENTRY Pile POST \"%f\" Pile.CurCount;\n");
-    network.onEventPoint = [&] { network.messages.push_back("event behind " + network.traceLines.back()); };
+    network.onEventPoint = [&] { network.messages.push_back("event behind " + network.traceLines().back()); };
 
     receiveSoil(3.0);
 
@@ -75,7 +75,7 @@ TEST_F(cQueueEventTest, theMaximumIsTakenBehindTheEntryCode) {
 TEST_F(cQueueEventTest, aDrawIsRecordedWithTheCountsBehindItAndThenComesAnEventPoint) {
     receiveSoil(9.0);
     network.simTime = 7.0;
-    network.onEventPoint = [&] { network.messages.push_back(network.traceLines.back()); };
+    network.onEventPoint = [&] { network.messages.push_back(network.traceLines().back()); };
 
     pile.drawAmount(5.0);
 
@@ -93,13 +93,13 @@ TEST_F(cQueueEventTest, aDrawRunsNoCode) {
 
 TEST_F(cQueueEventTest, aCharacterizedDrawIsRecordedWhetherItFindsSomethingOrNot) {
     const auto made = receiveTruck();
-    network.traceLines.clear();
+    network.trace.restart();
 
     yard.drawInstance(made);
     yard.drawInstance(made);
 
     const std::string line = "0.00,ONDRAWFROM,Yard,,,,0.00,1.00,\n";
-    EXPECT_EQ(network.traceLines, (cTexts{line, line}));
+    EXPECT_EQ(network.tracedLines(), (cTexts{line, line}));
 }
 
 }  // namespace

@@ -229,7 +229,7 @@ TEST_F(cQueueTest, aNewTypeIsRegisteredAndEmptiesTheContent) {
     pile.setResType(&truck);
 
     EXPECT_EQ(pile.getResType(), &truck);
-    EXPECT_TRUE(pile.isCharacterized());
+    EXPECT_TRUE(isCharacterized(pile.getResType()));
     EXPECT_TRUE(pile.getContents().empty());
     EXPECT_EQ(truck.getHolders().back(), &pile);
 }
@@ -239,7 +239,7 @@ TEST_F(cQueueTest, aGenericTypeBringsAnEmptyAmount) {
 
     yard.setResType(&soil);
 
-    EXPECT_TRUE(yard.isGeneric());
+    EXPECT_TRUE(isGeneric(yard.getResType()));
     ASSERT_EQ(yard.getContents().size(), 1U);
     EXPECT_EQ(yard.getContents().front()->quantity(), 0.0);
     EXPECT_EQ(yard.getContents().front()->getResType(), &soil);

@@ -202,7 +202,7 @@ TEST_F(cReplicationsTest, aReplicationIsGatheredBeforeItIsResetAndItsTraceStillS
     cTexts trace;
     double timeAtEnd = 0.0;
     observer.onEnd = [&] {
-        trace = network.traceLines;
+        trace = network.traceLines();
         timeAtEnd = network.simTime;
     };
 
@@ -210,7 +210,7 @@ TEST_F(cReplicationsTest, aReplicationIsGatheredBeforeItIsResetAndItsTraceStillS
 
     EXPECT_EQ(timeAtEnd, 2.0);
     EXPECT_EQ(trace.back(), "2.00,ONEND,Dig(0),,,,\n");
-    EXPECT_EQ(network.traceLines, cTexts{std::string(traceHeader)});
+    EXPECT_EQ(network.traceLines(), cTexts{std::string(traceHeader)});
     EXPECT_EQ(network.simTime, 0.0);
     EXPECT_EQ(meanOf("SimTime"), 2.0);
 }

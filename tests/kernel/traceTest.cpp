@@ -12,13 +12,17 @@ using cTexts = std::vector<std::string>;
 class cTraceTest : public ::testing::Test {
 protected:
     /// The lines behind the header.
-    cTexts lines() const { return {network.traceLines.begin() + 1, network.traceLines.end()}; }
+    cTexts lines() const { return network.tracedLines(); }
+    cTexts lastLines(std::ptrdiff_t count) const {
+        const cTexts all = lines();
+        return {all.end() - count, all.end()};
+    }
 
     cTestNetwork network;
 };
 
 TEST_F(cTraceTest, theFirstLineIsTheHeader) {
-    EXPECT_EQ(network.traceLines,
+    EXPECT_EQ(network.traceLines(),
               cTexts{"*SNo*,*SimTime*,*Action*,*NodeName*,*AttemptResult*,*ActStartTime*,*ActEndTime*,*QCurCount*,"
                      "*QTotCount*,*FStrength*,*FSucc*\n"});
 }
@@ -102,9 +106,9 @@ TEST_F(cTraceTest, aCutLineLosesItsLineFeed) {
 TEST_F(cTraceTest, theTraceStopsAt50000LinesTheHeaderIncluded) {
     for (int i = 0; i < 50010; ++i) traceAttempt(network, std::to_string(i), attemptResult::success);
 
-    EXPECT_EQ(network.traceLines.size(), 50000U);
-    EXPECT_EQ(network.traceLines.front(), traceHeader);
-    EXPECT_EQ(network.traceLines.back(), "0.00,ATTEMPT,49998,Success,,,,\n");
+    EXPECT_EQ(network.trace.size(), 50000U);
+    EXPECT_EQ(network.traceLines().front(), traceHeader);
+    EXPECT_EQ(network.traceLines().back(), "0.00,ATTEMPT,49998,Success,,,,\n");
 }
 
 TEST_F(cTraceTest, aReplicationWithMoreLinesThanTheTraceHoldsRunsOn) {
@@ -117,7 +121,7 @@ TEST_F(cTraceTest, aReplicationWithMoreLinesThanTheTraceHoldsRunsOn) {
 
     network.execute("INIT Q 1;\nSIMULATECONDITION SimTime>=20000;\nSIMULATE;\n");
 
-    EXPECT_EQ(network.traceLines.size(), 50000U);
+    EXPECT_EQ(network.trace.size(), 50000U);
     EXPECT_EQ(combi.getStatistics().nextInstance, 20000);
 }
 
@@ -126,7 +130,7 @@ TEST_F(cTraceTest, aResetLeavesTheHeaderAlone) {
 
     network.resetRun();
 
-    EXPECT_EQ(network.traceLines, cTexts{std::string(traceHeader)});
+    EXPECT_EQ(network.traceLines(), cTexts{std::string(traceHeader)});
 }
 
 TEST_F(cTraceTest, afterARunOnlyTheHeaderIsLeft) {
@@ -134,7 +138,7 @@ TEST_F(cTraceTest, afterARunOnlyTheHeaderIsLeft) {
 
     network.run();
 
-    EXPECT_EQ(network.traceLines, cTexts{std::string(traceHeader)});
+    EXPECT_EQ(network.traceLines(), cTexts{std::string(traceHeader)});
 }
 
 // ---- the order of the lines
@@ -167,7 +171,7 @@ TEST_F(cTraceOrderTest, theLineOfAnEndStandsBeforeItsCodeRuns) {
     network.execute("BEFOREEND Work INIT A 1;\nINIT A 1;\nINIT B 1;\nSIMULATECONDITION SimTime>=2;\nSIMULATE;\n");
 
     const cTexts expected{"2.00,BEFOREEND,Work(0),,,,\n", "\n", "\n", "\n", "2.00,ONEND,Work(0),,,,\n"};
-    EXPECT_EQ(cTexts(network.traceLines.end() - 5, network.traceLines.end()), expected);
+    EXPECT_EQ(lastLines(5), expected);
 }
 
 TEST_F(cTraceOrderTest, theLinesOfAForkStandBetweenTheTwoOfAnEndAheadOfTheEntries) {
@@ -180,7 +184,7 @@ TEST_F(cTraceOrderTest, theLinesOfAForkStandBetweenTheTwoOfAnEndAheadOfTheEntrie
 
     const cTexts expected{"2.00,BEFOREEND,Work(0),,,,\n", "2.00,FORKCHOOSE,F,,,,,,1.00,Dump\n", "\n", "\n", "\n",
                           "2.00,ONEND,Work(0),,,,\n"};
-    EXPECT_EQ(cTexts(network.traceLines.end() - 6, network.traceLines.end()), expected);
+    EXPECT_EQ(lastLines(6), expected);
 }
 
 }  // namespace

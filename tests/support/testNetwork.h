@@ -85,6 +85,12 @@ public:
         cRunCode runCode{{}, code, {}};
         runReplications(*this, runCode, nobody);
     }
+    /// The trace behind its header.
+    std::vector<std::string> tracedLines() const {
+        std::vector<std::string> lines = traceLines();
+        lines.erase(lines.begin());
+        return lines;
+    }
     double evaluate(const std::string& text) { return cExpression(*symbols, text).evaluate(); }
 
     double hostGet(const std::string& key) override {
