@@ -46,7 +46,7 @@ std::vector<cResPtr> cLinkDraw::draw() {
 }
 
 std::vector<cResPtr> cLinkDraw::drawAmounts(cNodeQueue& queue) {
-    const auto drawn = std::make_shared<cResGen>(link.getResType(), 0.0);
+    const auto drawn = newAmount(link.getResType(), 0.0);
     while (queue.getCurCount() != 0.0) {
         if (isTrue(drawUntil.evaluate(link.getName()))) break;
         drawn->add(queue.drawAmount(drawAmt.evaluate(link.getName())));

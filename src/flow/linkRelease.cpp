@@ -27,7 +27,7 @@ void cLinkRelease::release() {
 
 void cLinkRelease::releaseAmount(cReleasers& from) {
     const double amount = releaseAmt.evaluate(link.getName());
-    const auto released = std::make_shared<cResGen>(link.getResType(), amount);
+    const auto released = newAmount(link.getResType(), amount);
     link.runOnFlowStatements();
     from.release(*released);
     link.passOn(released);

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "flow/blockPool.h"
 #include "flow/resourceType.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -41,7 +43,8 @@ private:
 using cResPtr = std::shared_ptr<cRes>;
 
 /// Resources by type; those of one type in the order in which they came.
-using cHoldings = std::multimap<const cResType*, cResPtr>;
+using cHoldings = std::multimap<const cResType*, cResPtr, std::less<const cResType*>,
+                                cPoolAllocator<std::pair<const cResType* const, cResPtr>>>;
 
 /// An amount of a generic type.
 class cResGen : public cRes {
@@ -61,6 +64,11 @@ public:
 private:
     double amount;
 };
+
+/// An amount that travels: made and let go at every event.
+inline std::shared_ptr<cResGen> newAmount(cResType* type, double amount) {
+    return std::allocate_shared<cResGen>(cPoolAllocator<cResGen>(), type, amount);
+}
 
 /// One identified instance of a characterized type.
 class cResChar : public cRes {

@@ -5,6 +5,7 @@
 #include "kernel/trace.h"
 #include "language/symbols.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -26,6 +27,7 @@ cActInstance::cActInstance(cNodeAct& owner, std::int32_t id, double start, cHold
       startTime(start),
       instanceId(id),
       ownerActivity(&owner),
+      namesVersion(owner.network().symbols->namesVersion),
       instanceResources(std::move(held)) {}
 
 void cActInstance::setDuration(double duration) {
@@ -37,8 +39,9 @@ void cActInstance::setDuration(double duration) {
 cNodeAct::cNodeAct() : durationExpr(*network().symbols, "0") {}
 
 void cNodeAct::startInstance(cHoldings held, double start, double duration) {
-    const auto instance = std::make_shared<cActInstance>(*this, statistics.nextInstance, start, std::move(held));
-    runningInstances[instance->getInstanceId()] = instance;
+    const auto instance = std::allocate_shared<cActInstance>(cPoolAllocator<cActInstance>(), *this,
+                                                             statistics.nextInstance, start, std::move(held));
+    runningInstances.push_back({instance->getInstanceId(), instance});
 
     lower(statistics.firstStart, start);
     if (!(statistics.lastStart < 0.0)) countInterval(start - statistics.lastStart);
@@ -85,9 +88,9 @@ void cNodeAct::countDuration(double duration, double end) {
 }
 
 void cNodeAct::endInstance(std::int32_t instanceId) {
-    const auto running = runningInstances.find(instanceId);
-    if (running == runningInstances.end()) return;
-    const std::shared_ptr<cActInstance> instance = running->second;
+    const cRunning* running = findRunning(instanceId);
+    if (running == nullptr) return;
+    const std::shared_ptr<cActInstance> instance = running->instance;
     cSymbols& symbols = *network().symbols;
 
     statistics.curInst -= 1;
@@ -106,7 +109,7 @@ void cNodeAct::endInstance(std::int32_t instanceId) {
     activeMark = false;
     holdings.clear();
     refreshElement();
-    runningInstances.erase(instanceId);
+    forgetRunning(instanceId);
 }
 
 /// Each walk is complete before the next begins: every successor knows that a burst is coming before anything comes.
@@ -160,6 +163,7 @@ void cNodeAct::resetElement() {
     beforeEndStatements.clear();
     onEndStatements.clear();
     runningInstances.clear();
+    emptyPlaces = 0;
     holdings.clear();
     statistics = {};
     durSpread = 0.0;
@@ -183,6 +187,23 @@ void cNodeAct::addOnEndStatement(const std::string& text) {
 }
 
 cActInstance* cNodeAct::findInstance(std::int32_t instanceId) const {
-    const auto running = runningInstances.find(instanceId);
-    return running == runningInstances.end() ? nullptr : running->second.get();
+    const cRunning* running = findRunning(instanceId);
+    return running == nullptr ? nullptr : running->instance.get();
+}
+
+const cNodeAct::cRunning* cNodeAct::findRunning(std::int32_t instanceId) const {
+    const auto place = std::ranges::lower_bound(runningInstances, instanceId, {}, &cRunning::instanceId);
+    const bool isThere =
+        place != runningInstances.end() && place->instanceId == instanceId && place->instance != nullptr;
+    return isThere ? &*place : nullptr;
+}
+
+void cNodeAct::forgetRunning(std::int32_t instanceId) {
+    const auto place = std::ranges::lower_bound(runningInstances, instanceId, {}, &cRunning::instanceId);
+    if (place == runningInstances.end() || place->instanceId != instanceId || place->instance == nullptr) return;
+
+    place->instance.reset();
+    if (2 * ++emptyPlaces <= runningInstances.size()) return;
+    std::erase_if(runningInstances, [](const cRunning& running) { return running.instance == nullptr; });
+    emptyPlaces = 0;
 }

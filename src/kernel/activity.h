@@ -6,9 +6,9 @@
 #include "kernel/node.h"
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 /// A node that holds resources for a length of simulated time: base of the kinds of activity, which differ in how they
 /// start. Several instances can be running at once.
@@ -85,6 +85,12 @@ protected:
 private:
     friend class cActInstance;
 
+    struct cRunning {
+        std::int32_t instanceId;
+        std::shared_ptr<cActInstance> instance;
+    };
+    const cRunning* findRunning(std::int32_t instanceId) const;
+    void forgetRunning(std::int32_t instanceId);
     void countInterval(double interval);
     void countDuration(double duration, double end);
     void sendFlows();
@@ -94,7 +100,9 @@ private:
     cStatementList beforeEndStatements;
     cStatementList onEndStatements;
     cExpression durationExpr;
-    std::map<std::int32_t, std::shared_ptr<cActInstance>> runningInstances;
+    /// Running instances by ascending number, and empty places of ended ones, of which there are never more.
+    std::vector<cRunning> runningInstances;
+    std::size_t emptyPlaces = 0;
     cStatistics statistics;
     double durSpread = 0.0;       // running sum of squared deviations
     std::int32_t durCount = 0;    // durations counted

@@ -21,6 +21,8 @@ public:
     std::int32_t getInstanceId() const { return instanceId; }
     const std::string& getOwnerName() const { return ownerName; }
     cNodeAct* getOwnerActivity() const { return ownerActivity; }
+    /// The version of the model's names when the instance was made.
+    std::uint64_t getNamesVersion() const { return namesVersion; }
     const cHoldings& getResources() const { return instanceResources; }
 
 private:
@@ -30,5 +32,6 @@ private:
     double instanceDuration = 0.0;
     std::int32_t instanceId = 0;
     cNodeAct* ownerActivity = nullptr;
+    std::uint64_t namesVersion = 0;
     cHoldings instanceResources;
 };

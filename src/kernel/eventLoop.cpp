@@ -5,6 +5,7 @@
 #include "flow/link.h"
 #include "kernel/combi.h"
 #include "kernel/network.h"
+#include "language/symbols.h"
 
 #include <algorithm>
 
@@ -144,8 +145,7 @@ bool cNetwork::advanceClock() {
 /// All ends of one time come before Combis are tried again, those too that are put on the calendar meanwhile.
 void cNetwork::endInstancesAt(double time) {
     while (!calendar.empty() && calendar.front()->getEndTime() == time) {
-        const std::shared_ptr<cActInstance> instance = calendar.front();
-        calendar.pop_front();
+        const std::shared_ptr<cActInstance> instance = calendar.takeFront();
         if (stopRequested) return;
 
         if (cNodeAct* activity = activityOf(*instance)) activity->endInstance(instance->getInstanceId());
@@ -153,11 +153,10 @@ void cNetwork::endInstancesAt(double time) {
     }
 }
 
-/// The activity is looked up, as the instance only points at it: by the name that it had at the start, or, if it has
-/// been renamed since, among all.
+/// While no name has changed since the instance was made, its activity is where it was. Otherwise it is looked for
+/// among all elements, as it may be gone.
 cNodeAct* cNetwork::activityOf(const cActInstance& instance) const {
-    auto* named = findElement<cNodeAct>(instance.getOwnerName());
-    if (named != nullptr && named == instance.getOwnerActivity()) return named;
+    if (instance.getNamesVersion() == symbols->namesVersion) return instance.getOwnerActivity();
 
     cNodeAct* owner = nullptr;
     forEachElement([&](cNetworkElement& element) {
@@ -170,7 +169,5 @@ cNodeAct* cNetwork::activityOf(const cActInstance& instance) const {
 /// An end time isn't checked: an instance of negative duration goes to the front, and the clock then runs backwards.
 void cNetwork::scheduleInstance(std::shared_ptr<cActInstance> instance) {
     if (simState != runIsOn) return;
-    const auto endsLater = [&](const auto& scheduled) { return !(scheduled->getEndTime() <= instance->getEndTime()); };
-    const auto place = std::find_if(calendar.begin(), calendar.end(), endsLater);
-    calendar.insert(place, std::move(instance));
+    calendar.insert(std::move(instance));
 }

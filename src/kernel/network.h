@@ -1,6 +1,7 @@
 #pragma once
 
 #include "flow/resourceType.h"
+#include "kernel/calendar.h"
 #include "kernel/nameMap.h"
 #include "kernel/trace.h"
 #include "language/exception.h"
@@ -9,7 +10,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <list>
 #include <map>
 #include <memory>
 #include <string>
@@ -117,7 +117,7 @@ public:
     /// The type called `name`, or null.
     cResType* findResourceType(const std::string& name) const;
 
-    const std::list<std::shared_ptr<cActInstance>>& getCalendar() const { return calendar; }
+    const cCalendar& getCalendar() const { return calendar; }
     const std::vector<cNodeActCombi*>& getCombiOrder() const { return combiOrder; }
 
     // ---- the model
@@ -174,7 +174,7 @@ private:
     void endInstancesAt(double time);
     cNodeAct* activityOf(const cActInstance& instance) const;
 
-    std::list<std::shared_ptr<cActInstance>> calendar;  // by ascending end time, equal ones in order of scheduling
+    cCalendar calendar;
     std::vector<cNodeActCombi*> combiOrder;
     int turnsWithoutEvents = 0;  // of loops that breathe, since the host last processed its events
     int statementDepth = 0;

@@ -41,7 +41,7 @@ protected:
 
     std::vector<double> calendarTimes() const {
         std::vector<double> times;
-        for (const auto& instance : network.getCalendar()) times.push_back(instance->getEndTime());
+        for (const auto& instance : network.getCalendar().inOrder()) times.push_back(instance->getEndTime());
         return times;
     }
 
