@@ -14,7 +14,7 @@ void cNodeAuxDisAssembler::receive(cResPtr resource) {
     const cSymbols::cResourceInHand inHand(*network().symbols, compound);
     activeMark = true;
     holdings = compound->contents;
-    for (const auto& [name, link] : getOutLinks()) link->release();
+    for (cLink* link : outLinkWalk()) link->release();
     activeMark = false;
     holdings.clear();
 }

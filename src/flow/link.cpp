@@ -73,5 +73,5 @@ void cLink::passOn(const cResPtr& resource) {
 }
 
 void tellSuccessors(const cNode& node, void (cNodeReceiver::*operation)()) {
-    for (const auto& [name, link] : node.getOutLinks()) link->forSuccessor(operation);
+    for (cLink* link : node.outLinkWalk()) link->forSuccessor(operation);
 }

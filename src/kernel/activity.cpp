@@ -70,7 +70,7 @@ void cNodeAct::countInterval(double interval) {
     const double delta = interval - statistics.aveInter;
     statistics.aveInter += delta / interCount;
     interSpread += (interval - statistics.aveInter) * delta;
-    statistics.sdInter = std::sqrt(interSpread / (interCount - 1));
+    hasInterval = true;
 }
 
 /// Updated by Welford's recurrence (1962). The deviation of a single duration is 0/0: it has none, and reads so.
@@ -79,12 +79,17 @@ void cNodeAct::countDuration(double duration, double end) {
     raise(statistics.maxDur, duration);
     lower(statistics.firstEnd, end);
     raise(statistics.lastEnd, end);
-    const double before = durCount;
     durCount += 1;
     const double delta = duration - statistics.aveDur;
     statistics.aveDur += delta / durCount;
     durSpread += (duration - statistics.aveDur) * delta;
-    statistics.sdDur = std::sqrt(durSpread / before);
+}
+
+cNodeAct::cStatistics cNodeAct::getStatistics() const {
+    cStatistics now = statistics;
+    if (durCount > 0) now.sdDur = std::sqrt(durSpread / (durCount - 1));
+    if (hasInterval) now.sdInter = std::sqrt(interSpread / (interCount - 1));
+    return now;
 }
 
 void cNodeAct::endInstance(std::int32_t instanceId) {
@@ -115,7 +120,7 @@ void cNodeAct::endInstance(std::int32_t instanceId) {
 /// Each walk is complete before the next begins: every successor knows that a burst is coming before anything comes.
 void cNodeAct::sendFlows() {
     tellSuccessors(*this, &cNodeReceiver::flowBegin);
-    for (const auto& [name, link] : getOutLinks()) link->release();
+    for (cLink* link : outLinkWalk()) link->release();
     tellSuccessors(*this, &cNodeReceiver::flowEnd);
 }
 
@@ -170,6 +175,7 @@ void cNodeAct::resetElement() {
     durCount = 0;
     interSpread = 0.0;
     interCount = 0;
+    hasInterval = false;
 }
 
 void cNodeAct::setDurationText(const std::string& text) { durationExpr.compile(text, cExpression::eTrial::run, {}); }

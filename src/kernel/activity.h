@@ -67,7 +67,11 @@ public:
         double maxInter = -1.0;
         double minInter = 1000000.0;
     };
-    const cStatistics& getStatistics() const { return statistics; }
+    /// The deviations are worked out here.
+    cStatistics getStatistics() const;
+    std::int32_t getCurInst() const { return statistics.curInst; }
+    std::int32_t getTotInst() const { return statistics.nextInstance; }
+    double getAveDur() const { return statistics.aveDur; }
     /// The duration of the current instance, whichever activity it belongs to; 0 if there is none.
     double currentDuration() const;
 
@@ -108,4 +112,5 @@ private:
     std::int32_t durCount = 0;    // durations counted
     double interSpread = 0.0;     // running sum of squared deviations
     std::int32_t interCount = 0;  // never raised; see countInterval
+    bool hasInterval = false;
 };

@@ -43,13 +43,13 @@ bool cNodeActCombi::attempt() {
 }
 
 bool cNodeActCombi::queuesSupport() {
-    for (const auto& [name, link] : getInLinks())
+    for (cLink* link : inLinkWalk())
         if (!isTrue(link->evaluateEnough())) return false;
     return true;
 }
 
 void cNodeActCombi::drawFromQueues() {
-    for (const auto& [name, link] : getInLinks()) addHoldings(link->draw());
+    for (cLink* link : inLinkWalk()) addHoldings(link->draw());
 }
 
 void cNodeActCombi::beforeDraws() { runStatementList(beforeDrawsStatements, network()); }

@@ -5,14 +5,6 @@
 
 #include <chrono>
 
-namespace {
-
-constexpr int turnsPerBreath = 4096;
-constexpr int deepestStatements = 200;
-constexpr int deepestFlows = 1000;  // links in a row without an activity or a queue between them
-
-}  // namespace
-
 void runStatementList(const cStatementList& list, cNetwork& network) {
     for (std::size_t i = 0; i < list.size(); ++i) list[i]->execute(network);
 }
@@ -35,8 +27,7 @@ void cNetwork::runAfterTimeAdvance() {
     for (const cStatement* statement : due) statement->execute(*this);
 }
 
-void cNetwork::breathe() {
-    if (++turnsWithoutEvents < turnsPerBreath) return;
+void cNetwork::breatheNow() {
     turnsWithoutEvents = 0;
     processHostEvents();
 }
@@ -46,14 +37,10 @@ cResType* cNetwork::findResourceType(const std::string& name) const {
     return entry == resourceTypes.end() ? nullptr : entry->second.get();
 }
 
-cNetwork::cNesting::cNesting(cNetwork& network, const cStatement& statement) : depth(network.statementDepth) {
-    if (depth >= deepestStatements)
-        throw cException{failureCode::statement, "Endless recursion in statement:\n" + statement.getText(), {}, {}};
-    ++depth;
+void cNetwork::cNesting::failIn(const cStatement& statement) {
+    throw cException{failureCode::statement, "Endless recursion in statement:\n" + statement.getText(), {}, {}};
 }
 
-cNetwork::cNesting::cNesting(cNetwork& network, const cNetworkElement& link) : depth(network.flowDepth) {
-    if (depth >= deepestFlows)
-        throw cException{failureCode::expression, "Endless flow through link \"" + link.getName() + "\".", {}, {}};
-    ++depth;
+void cNetwork::cNesting::failIn(const cNetworkElement& link) {
+    throw cException{failureCode::expression, "Endless flow through link \"" + link.getName() + "\".", {}, {}};
 }

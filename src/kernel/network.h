@@ -94,7 +94,9 @@ public:
     /// Readies the network and every element for the next replication.
     void resetRun();
     /// One turn of a loop that the model may keep from ending; see cBreath.
-    void breathe();
+    void breathe() {
+        if (++turnsWithoutEvents >= turnsPerBreath) breatheNow();
+    }
 
     /// Appends a line to the trace, cut to 255 characters; does nothing while the trace is full.
     void addTraceLine(std::string line);
@@ -156,18 +158,33 @@ public:
     class cNesting {
     public:
         /// @throws cException (code 1) when statements run inside one another without end.
-        cNesting(cNetwork& network, const cStatement& statement);
+        cNesting(cNetwork& network, const cStatement& statement) : depth(network.statementDepth) {
+            if (depth >= deepestStatements) failIn(statement);
+            ++depth;
+        }
         /// @throws cException (code 2) when a flow that passes through `link` goes in a circle.
-        cNesting(cNetwork& network, const cNetworkElement& link);
+        cNesting(cNetwork& network, const cNetworkElement& link) : depth(network.flowDepth) {
+            if (depth >= deepestFlows) failIn(link);
+            ++depth;
+        }
         ~cNesting() { --depth; }
         cNesting(const cNesting&) = delete;
         cNesting& operator=(const cNesting&) = delete;
 
     private:
+        static constexpr int deepestStatements = 200;
+        static constexpr int deepestFlows = 1000;  // links in a row without an activity or a queue between them
+
+        [[noreturn]] static void failIn(const cStatement& statement);
+        [[noreturn]] static void failIn(const cNetworkElement& link);
+
         int& depth;
     };
 
 private:
+    static constexpr int turnsPerBreath = 4096;
+
+    void breatheNow();
     void startCombis();
     enum class eStarts { none, some, lastWasInstant };
     eStarts startAsOftenAsPossible(cNodeActCombi& combi);

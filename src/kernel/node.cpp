@@ -4,6 +4,13 @@
 
 namespace {
 
+std::vector<cLink*> walkOf(const std::map<std::string, cLink*>& links) {
+    std::vector<cLink*> walk;
+    walk.reserve(links.size());
+    for (const auto& [name, link] : links) walk.push_back(link);
+    return walk;
+}
+
 void eraseLink(std::map<std::string, cLink*>& links, const cLink* link) {
     const auto entry = links.find(link->getName());
     if (entry != links.end() && entry->second == link)
@@ -23,14 +30,22 @@ void cNode::addInLink(cLink* link) {
     const auto present = inLinks.find(link->getName());
     if (present != inLinks.end() && present->second != link) present->second->setSuccNode(nullptr);
     inLinks[link->getName()] = link;
+    inWalk = walkOf(inLinks);
 }
 
 void cNode::addOutLink(cLink* link) {
     const auto present = outLinks.find(link->getName());
     if (present != outLinks.end() && present->second != link) present->second->setPredNode(nullptr);
     outLinks[link->getName()] = link;
+    outWalk = walkOf(outLinks);
 }
 
-void cNode::removeInLink(cLink* link) { eraseLink(inLinks, link); }
+void cNode::removeInLink(cLink* link) {
+    eraseLink(inLinks, link);
+    inWalk = walkOf(inLinks);
+}
 
-void cNode::removeOutLink(cLink* link) { eraseLink(outLinks, link); }
+void cNode::removeOutLink(cLink* link) {
+    eraseLink(outLinks, link);
+    outWalk = walkOf(outLinks);
+}

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 class cLink;
 
@@ -24,8 +25,13 @@ public:
     /// of creation: it decides the order of draws and releases.
     const std::map<std::string, cLink*>& getInLinks() const { return inLinks; }
     const std::map<std::string, cLink*>& getOutLinks() const { return outLinks; }
+    /// The same links in the same order, for the walks of every event.
+    const std::vector<cLink*>& inLinkWalk() const { return inWalk; }
+    const std::vector<cLink*>& outLinkWalk() const { return outWalk; }
 
 private:
     std::map<std::string, cLink*> inLinks;
     std::map<std::string, cLink*> outLinks;
+    std::vector<cLink*> inWalk;
+    std::vector<cLink*> outWalk;
 };

@@ -113,7 +113,7 @@ cResPtr cNodeQueue::drawInstance(cResPtr resource) {
 }
 
 void cNodeQueue::markCombis() {
-    for (const auto& [name, link] : getOutLinks())
+    for (cLink* link : outLinkWalk())
         if (cNodeActCombi* combi = link->ends().combi) combi->markQueueChanged();
 }
 

@@ -23,7 +23,7 @@ std::span<const std::string_view> columnSuffixes(const cNetworkElement& element)
 
 void appendColumnValues(cNetworkElement& element, std::vector<double>& row) {
     if (const auto* activity = dynamic_cast<const cNodeAct*>(&element)) {
-        const cNodeAct::cStatistics& s = activity->getStatistics();
+        const cNodeAct::cStatistics s = activity->getStatistics();
         row.insert(row.end(), {static_cast<double>(s.nextInstance), s.aveDur, s.sdDur, s.minDur, s.maxDur, s.aveInter,
                                s.sdInter, s.minInter, s.maxInter});
     } else if (auto* queue = dynamic_cast<cNodeQueue*>(&element)) {

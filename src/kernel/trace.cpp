@@ -10,25 +10,31 @@ constexpr std::size_t longestLine = 255;
 constexpr std::string_view chosen = "FORKCHOOSE,";
 constexpr std::string_view notChosen = "FORKNOCHOOSE,";
 
-std::string lineOf(const cTrace::cRecord& record) {
-    using eForm = cTrace::eForm;
-    if (record.form == eForm::text) return record.name;
+}  // namespace
+
+std::string cTrace::lineOf(const cRecord& record) const {
+    if (record.form == eForm::text) return texts[static_cast<std::size_t>(record.number)];
     if (record.form == eForm::entry) return "\n";
 
     const std::string time = fixedText(record.time, 2) + ',';
     const std::string word(record.word);
+    const std::string name = record.name.text();
     switch (record.form) {
-        case eForm::attempt: return time + "ATTEMPT," + record.name + ',' + word + ",,,,\n";
-        case eForm::end: return time + word + ',' + record.name + '(' + std::to_string(record.instanceId) + "),,,,\n";
+        case eForm::attempt: return time + "ATTEMPT," + name + ',' + word + ",,,,\n";
+        case eForm::end: return time + word + ',' + name + '(' + std::to_string(record.number) + "),,,,\n";
         case eForm::draw:
-            return time + "ONDRAWFROM," + record.name + ",,,," + fixedText(record.first, 2) + ',' +
+            return time + "ONDRAWFROM," + name + ",,,," + fixedText(record.first, 2) + ',' +
                    fixedText(record.second, 2) + ",\n";
         default:
-            return time + word + record.name + ",,,,,," + fixedText(record.first, 2) + ',' + record.successor + '\n';
+            return time + word + name + ",,,,,," + fixedText(record.first, 2) + ',' + record.successor.text() + '\n';
     }
 }
 
-}  // namespace
+void cTrace::addText(std::string line) {
+    if (isFull()) return;
+    texts.push_back(std::move(line));
+    add({.form = eForm::text, .number = static_cast<std::int32_t>(texts.size()) - 1});
+}
 
 std::vector<std::string> cTrace::lines() const {
     std::vector<std::string> lines{std::string(traceHeader)};
@@ -40,26 +46,30 @@ std::vector<std::string> cTrace::lines() const {
     return lines;
 }
 
-void cNetwork::addTraceLine(std::string line) { trace.add({.form = cTrace::eForm::text, .name = std::move(line)}); }
+void cNetwork::addTraceLine(std::string line) { trace.addText(std::move(line)); }
 
 void traceAttempt(cNetwork& network, const std::string& combi, std::string_view result) {
     if (network.trace.isFull()) return;
-    network.trace.add({.form = cTrace::eForm::attempt, .time = network.simTime, .word = result, .name = combi});
+    network.trace.add(
+        {.form = cTrace::eForm::attempt, .time = network.simTime, .word = result, .name = cTrace::cName(combi)});
 }
 
 void traceEnd(cNetwork& network, std::string_view action, const std::string& activity, std::int32_t instanceId) {
     if (network.trace.isFull()) return;
     network.trace.add({.form = cTrace::eForm::end,
+                       .number = instanceId,
                        .time = network.simTime,
                        .word = action,
-                       .instanceId = instanceId,
-                       .name = activity});
+                       .name = cTrace::cName(activity)});
 }
 
 void traceDraw(cNetwork& network, const std::string& queue, double curCount, double totCount) {
     if (network.trace.isFull()) return;
-    network.trace.add(
-        {.form = cTrace::eForm::draw, .time = network.simTime, .first = curCount, .second = totCount, .name = queue});
+    network.trace.add({.form = cTrace::eForm::draw,
+                       .time = network.simTime,
+                       .first = curCount,
+                       .second = totCount,
+                       .name = cTrace::cName(queue)});
 }
 
 void traceBranch(cNetwork& network, const std::string& fork, bool isChosen, double runningSum,
@@ -69,8 +79,8 @@ void traceBranch(cNetwork& network, const std::string& fork, bool isChosen, doub
                        .time = network.simTime,
                        .word = isChosen ? chosen : notChosen,
                        .first = runningSum,
-                       .name = fork,
-                       .successor = successor});
+                       .name = cTrace::cName(fork),
+                       .successor = cTrace::cName(successor)});
 }
 
 void traceEntry(cNetwork& network) { network.trace.add({}); }

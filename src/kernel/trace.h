@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -30,32 +32,55 @@ class cTrace {
 public:
     enum class eForm : std::uint8_t { text, attempt, end, draw, branch, entry };
 
-    /// What a line is made of. `word` points to a text that lasts.
+    /// The name of an element in a record, in place: it has at most 15 characters.
+    class cName {
+    public:
+        cName() = default;
+        explicit cName(const std::string& name)
+            : length(static_cast<std::uint8_t>(std::min(name.size(), characters.size()))) {
+            name.copy(characters.data(), length);
+        }
+        std::string text() const { return {characters.data(), length}; }
+
+    private:
+        std::array<char, 15> characters{};
+        std::uint8_t length = 0;
+    };
+
+    /// What a line is made of. `word` points to a text that lasts; of a line that is a text, `number` is its index.
     struct cRecord {
         eForm form = eForm::entry;
+        std::int32_t number = 0;
         double time = 0.0;
         std::string_view word = {};
-        std::int32_t instanceId = 0;
         double first = 0.0;
         double second = 0.0;
-        std::string name = {};
-        std::string successor = {};
+        cName name = {};
+        cName successor = {};
     };
 
     /// Back to the header alone.
-    void restart() { records.clear(); }
+    void restart() {
+        records.clear();
+        texts.clear();
+    }
     bool isFull() const { return records.size() + 1 >= traceCapacity; }
     /// Takes a record in; does nothing while the trace is full.
-    void add(cRecord record) {
-        if (!isFull()) records.push_back(std::move(record));
+    void add(const cRecord& record) {
+        if (!isFull()) records.push_back(record);
     }
+    /// Takes a line in as it is.
+    void addText(std::string line);
     /// How many lines there are, the header among them.
     std::size_t size() const { return records.size() + 1; }
     /// The lines, headed by the header, each cut to 255 characters.
     std::vector<std::string> lines() const;
 
 private:
+    std::string lineOf(const cRecord& record) const;
+
     std::vector<cRecord> records;
+    std::vector<std::string> texts;
 };
 
 /// A Combi was tried. `result` is one of those above.

@@ -33,6 +33,7 @@ void cExpression::compile(std::string newText, eTrial trial, const std::string& 
     cTokens postfix;
     const bool isBalanced = beginsWithGet || convertToPostfix(tokens, postfix);
     program = std::make_shared<const cProgram>(isBalanced ? postfix : cTokens{});
+    isGet = text.size() >= shortestGet && text.starts_with(getOpening);
 
     // A bad attribute shows when the text is set, though not in the last operand, which no operator follows.
     for (std::size_t i = 0; i + 1 < tokens.size(); ++i)
@@ -93,11 +94,8 @@ bool cExpression::convertToPostfix(const cTokens& tokens, cTokens& output) {
     return true;
 }
 
-bool cExpression::isGet() const { return text.size() >= shortestGet && text.starts_with(getOpening); }
-
-double cExpression::evaluate(const std::string& owner) const {
-    if (program->constant()) return *program->constant();
-    if (isGet())
+double cExpression::evaluateProgram(const std::string& owner) const {
+    if (isGet)
         return context->hostGet(text.substr(getOpening.size(), text.size() - getOpening.size() - getClosingLength));
 
     const std::shared_ptr<const cProgram> running = program;

@@ -35,20 +35,26 @@ public:
     /// @param owner the name of the element on whose behalf it runs; empty for global code.
     /// @throws cException (code 2, with the text) if the text is no formula or an operation fails; what resolving
     /// throws.
-    double evaluate(const std::string& owner = {}) const;
+    double evaluate(const std::string& owner = nobody) const {
+        if (program->constant()) return *program->constant();
+        return program->isOperand() ? program->operandValue(*context, owner) : evaluateProgram(owner);
+    }
 
     /// The value, if it is the same at each evaluation and nothing else happens in one.
     const std::optional<double>& constant() const { return program->constant(); }
 
 private:
+    static inline const std::string nobody;
+
     using cTokens = std::vector<cProgram::cToken>;
 
     static cTokens tokenise(const std::string& text);
     static bool convertToPostfix(const cTokens& tokens, cTokens& output);
-    bool isGet() const;
+    double evaluateProgram(const std::string& owner) const;
 
     cEvaluationContext* context;
     std::string text;
+    bool isGet = false;  // the text is nothing but GET("key"), and what is between the quotes is asked of the host
     std::shared_ptr<const cProgram> program;  // never null; shared, so that an evaluation outlives a change of the text
 };
 

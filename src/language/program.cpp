@@ -63,10 +63,7 @@ std::optional<double> cProgram::foldedValue(const cStep& step) const {
     }
 }
 
-double cProgram::cOperand::value(cEvaluationContext& context, const std::string& newOwner) const {
-    if (number) return *number;
-    if (version == context.namesVersion && (!meaning.isOfOwner || owner == newOwner)) return meaning.value();
-
+double cProgram::cOperand::lookUp(cEvaluationContext& context, const std::string& newOwner) const {
     const cMeaning found = context.meaningOf(text, newOwner);
     if (found.isLasting) {
         meaning = found;
@@ -104,6 +101,7 @@ double cProgram::execute(const cStep& step, double*& top, cEvaluationContext& co
     }
     if (step.given < argCount) failIn(text, "Incorrect number of arguments for operator or function in:" + text);
     try {
+        if (row.combine != nullptr) return roundThroughText(row.combine(arguments[0], arguments[1]));
         const std::span<const double> given(arguments.data(), argCount);
         return roundThroughText(applyOperator(row, given, context.randomStreams(), context));
     } catch (cException& failure) {

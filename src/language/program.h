@@ -35,6 +35,13 @@ public:
     /// The value, if it is the same at each run and nothing else happens in one.
     const std::optional<double>& constant() const { return fixedValue; }
 
+    /// Whether the formula is one operand and nothing else; then its value. The program may be gone when that is known:
+    /// a VARIABLE may ask the host, which may change the formula.
+    bool isOperand() const { return steps.empty() && last != result; }
+    double operandValue(cEvaluationContext& context, const std::string& owner) const {
+        return operands[static_cast<std::size_t>(last)].value(context, owner);
+    }
+
 private:
     static constexpr std::int32_t result = -1;  // in place of an operand's index: what an earlier step has left
 
@@ -46,7 +53,12 @@ private:
         mutable std::string owner;
         mutable std::uint64_t version = 0;
 
-        double value(cEvaluationContext& context, const std::string& newOwner) const;
+        double value(cEvaluationContext& context, const std::string& newOwner) const {
+            if (number) return *number;
+            const bool isKnown = version == context.namesVersion && (!meaning.isOfOwner || owner == newOwner);
+            return isKnown ? meaning.value() : lookUp(context, newOwner);
+        }
+        double lookUp(cEvaluationContext& context, const std::string& newOwner) const;
     };
     struct cStep {
         const cOperator* row = nullptr;

@@ -54,10 +54,9 @@ struct cFigure {
 };
 
 constexpr std::array activityFigures{
-    cFigure{"CurInst", [](const void* s, const void*) -> double { return as<cNodeAct>(s).getStatistics().curInst; }},
-    cFigure{"TotInst",
-            [](const void* s, const void*) -> double { return as<cNodeAct>(s).getStatistics().nextInstance; }},
-    cFigure{"AveDur", [](const void* s, const void*) { return as<cNodeAct>(s).getStatistics().aveDur; }},
+    cFigure{"CurInst", [](const void* s, const void*) -> double { return as<cNodeAct>(s).getCurInst(); }},
+    cFigure{"TotInst", [](const void* s, const void*) -> double { return as<cNodeAct>(s).getTotInst(); }},
+    cFigure{"AveDur", [](const void* s, const void*) { return as<cNodeAct>(s).getAveDur(); }},
     cFigure{"Duration", [](const void* s, const void*) { return as<cNodeAct>(s).currentDuration(); }},
 };
 

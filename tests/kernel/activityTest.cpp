@@ -21,12 +21,12 @@ protected:
     void SetUp() override { network.simState = 1; }
 
     /// Starts instances of length 1 at the times given.
-    const cNodeAct::cStatistics& afterStarts(std::initializer_list<double> times) {
+    cNodeAct::cStatistics afterStarts(std::initializer_list<double> times) {
         for (const double time : times) work.startInstance({}, time, 1.0);
         return work.getStatistics();
     }
     /// Starts instances of the lengths given, all at time 0.
-    const cNodeAct::cStatistics& afterDurations(std::initializer_list<double> durations) {
+    cNodeAct::cStatistics afterDurations(std::initializer_list<double> durations) {
         for (const double duration : durations) work.startInstance({}, 0.0, duration);
         return work.getStatistics();
     }
@@ -38,7 +38,7 @@ protected:
 // ---- durations
 
 TEST_F(cActivityTest, statisticsBeginAtTheirStartingPoints) {
-    const cNodeAct::cStatistics& s = work.getStatistics();
+    const cNodeAct::cStatistics s = work.getStatistics();
 
     EXPECT_EQ(s.nextInstance, 0);
     EXPECT_EQ(s.curInst, 0);
@@ -57,7 +57,7 @@ TEST_F(cActivityTest, statisticsBeginAtTheirStartingPoints) {
 }
 
 TEST_F(cActivityTest, aSingleDurationHasNoDeviation) {
-    const cNodeAct::cStatistics& s = afterDurations({5.0});
+    const cNodeAct::cStatistics s = afterDurations({5.0});
 
     EXPECT_EQ(s.aveDur, 5.0);
     EXPECT_EQ(s.minDur, 5.0);
@@ -66,7 +66,7 @@ TEST_F(cActivityTest, aSingleDurationHasNoDeviation) {
 }
 
 TEST_F(cActivityTest, theDeviationIsThatOfASample) {
-    const cNodeAct::cStatistics& s = afterDurations({4.0, 6.0});
+    const cNodeAct::cStatistics s = afterDurations({4.0, 6.0});
 
     EXPECT_EQ(s.aveDur, 5.0);
     EXPECT_EQ(s.sdDur, std::sqrt(2.0));
@@ -80,14 +80,14 @@ TEST_F(cActivityTest, meanAndDeviationFollowTheRecurrenceToTheLastBit) {
     const double spread2 = (2.5 - mean2) * (2.5 - 1.0);
     const double spread3 = spread2 + (0.7 - mean3) * (0.7 - mean2);
 
-    const cNodeAct::cStatistics& s = afterDurations({1.0, 2.5, 0.7});
+    const cNodeAct::cStatistics s = afterDurations({1.0, 2.5, 0.7});
 
     EXPECT_EQ(s.aveDur, mean3);
     EXPECT_EQ(s.sdDur, std::sqrt(spread3 / 2));
 }
 
 TEST_F(cActivityTest, aDurationThatIsNotANumberChangesNoMinimumAndNoMaximum) {
-    const cNodeAct::cStatistics& s = afterDurations({5.0, notANumber});
+    const cNodeAct::cStatistics s = afterDurations({5.0, notANumber});
 
     EXPECT_EQ(s.minDur, 5.0);
     EXPECT_EQ(s.maxDur, 5.0);
@@ -98,7 +98,7 @@ TEST_F(cActivityTest, aDurationThatIsNotANumberChangesNoMinimumAndNoMaximum) {
 }
 
 TEST_F(cActivityTest, aFirstDurationThatIsNotANumberLeavesTheStartingPoints) {
-    const cNodeAct::cStatistics& s = afterDurations({notANumber});
+    const cNodeAct::cStatistics s = afterDurations({notANumber});
 
     EXPECT_EQ(s.minDur, 1000000.0);
     EXPECT_EQ(s.maxDur, -1.0);
@@ -109,7 +109,7 @@ TEST_F(cActivityTest, aFirstDurationThatIsNotANumberLeavesTheStartingPoints) {
 TEST_F(cActivityTest, theStartingPointsOfTheMinimaAreLimits) {
     work.startInstance({}, 200000.0, 5000000.0);
     work.startInstance({}, 9200000.0, 5000000.0);
-    const cNodeAct::cStatistics& s = work.getStatistics();
+    const cNodeAct::cStatistics s = work.getStatistics();
 
     EXPECT_EQ(s.firstStart, 100000.0);
     EXPECT_EQ(s.lastStart, 9200000.0);
@@ -122,7 +122,7 @@ TEST_F(cActivityTest, theStartingPointsOfTheMinimaAreLimits) {
 }
 
 TEST_F(cActivityTest, theStartingPointsOfTheMaximaAreLimitsToo) {
-    const cNodeAct::cStatistics& s = afterDurations({-3.0});
+    const cNodeAct::cStatistics s = afterDurations({-3.0});
 
     EXPECT_EQ(s.maxDur, -1.0);
     EXPECT_EQ(s.minDur, -3.0);
@@ -140,7 +140,7 @@ TEST_F(cActivityTest, durationsCountWhenTheInstanceStarts) {
 // ---- intervals
 
 TEST_F(cActivityTest, theFirstStartCountsNoInterval) {
-    const cNodeAct::cStatistics& s = afterStarts({0.0});
+    const cNodeAct::cStatistics s = afterStarts({0.0});
 
     EXPECT_EQ(s.firstStart, 0.0);
     EXPECT_EQ(s.lastStart, 0.0);
@@ -151,21 +151,21 @@ TEST_F(cActivityTest, theFirstStartCountsNoInterval) {
 }
 
 TEST_F(cActivityTest, aStartAtTime0IsAStartLikeAnyOther) {
-    const cNodeAct::cStatistics& s = afterStarts({0.0, 3.0});
+    const cNodeAct::cStatistics s = afterStarts({0.0, 3.0});
 
     EXPECT_EQ(s.minInter, 3.0);
     EXPECT_EQ(s.maxInter, 3.0);
 }
 
 TEST_F(cActivityTest, theMeanIntervalIsInfiniteFromTheSecondStartOn) {
-    const cNodeAct::cStatistics& s = afterStarts({0.0, 3.0});
+    const cNodeAct::cStatistics s = afterStarts({0.0, 3.0});
 
     EXPECT_EQ(s.aveInter, infinity);
     EXPECT_EQ(s.sdInter, infinity);
 }
 
 TEST_F(cActivityTest, twoFirstStartsThatCoincideHaveNoMeanInterval) {
-    const cNodeAct::cStatistics& s = afterStarts({3.0, 3.0});
+    const cNodeAct::cStatistics s = afterStarts({3.0, 3.0});
 
     EXPECT_TRUE(std::isnan(s.aveInter));
     EXPECT_TRUE(std::isnan(s.sdInter));
@@ -174,7 +174,7 @@ TEST_F(cActivityTest, twoFirstStartsThatCoincideHaveNoMeanInterval) {
 }
 
 TEST_F(cActivityTest, theMeanIntervalIsNotANumberFromTheThirdStartOn) {
-    const cNodeAct::cStatistics& s = afterStarts({0.0, 3.0, 7.0});
+    const cNodeAct::cStatistics s = afterStarts({0.0, 3.0, 7.0});
 
     EXPECT_EQ(s.minInter, 3.0);
     EXPECT_EQ(s.maxInter, 4.0);
@@ -183,7 +183,7 @@ TEST_F(cActivityTest, theMeanIntervalIsNotANumberFromTheThirdStartOn) {
 }
 
 TEST_F(cActivityTest, aStartAtANegativeTimeCountsNoIntervalAfterIt) {
-    const cNodeAct::cStatistics& s = afterStarts({-2.0, 3.0});
+    const cNodeAct::cStatistics s = afterStarts({-2.0, 3.0});
 
     EXPECT_EQ(s.firstStart, -2.0);
     EXPECT_EQ(s.lastStart, 3.0);
@@ -191,7 +191,7 @@ TEST_F(cActivityTest, aStartAtANegativeTimeCountsNoIntervalAfterIt) {
 }
 
 TEST_F(cActivityTest, aStartAtATimeThatIsNotANumberHasNoIntervalThatIsOne) {
-    const cNodeAct::cStatistics& s = afterStarts({notANumber, 3.0});
+    const cNodeAct::cStatistics s = afterStarts({notANumber, 3.0});
 
     EXPECT_EQ(s.firstStart, 3.0);
     EXPECT_EQ(s.lastStart, 3.0);
@@ -328,7 +328,7 @@ TEST_F(cActivityTest, resetForgetsStatisticsInstancesAndEventCode) {
 
     work.resetElement();
 
-    const cNodeAct::cStatistics& s = work.getStatistics();
+    const cNodeAct::cStatistics s = work.getStatistics();
     EXPECT_EQ(s.nextInstance, 0);
     EXPECT_EQ(s.curInst, 0);
     EXPECT_EQ(s.firstStart, 100000.0);
@@ -345,7 +345,7 @@ TEST_F(cActivityTest, statisticsAfterAResetAreThoseOfTheNewReplicationAlone) {
     afterDurations({100.0, 200.0});
     work.resetElement();
 
-    const cNodeAct::cStatistics& s = afterDurations({4.0, 6.0});
+    const cNodeAct::cStatistics s = afterDurations({4.0, 6.0});
 
     EXPECT_EQ(s.aveDur, 5.0);
     EXPECT_EQ(s.sdDur, std::sqrt(2.0));
@@ -356,7 +356,7 @@ TEST_F(cActivityTest, intervalsAfterAResetBeginAnew) {
     afterStarts({0.0, 3.0, 7.0});
     work.resetElement();
 
-    const cNodeAct::cStatistics& s = afterStarts({0.0, 5.0});
+    const cNodeAct::cStatistics s = afterStarts({0.0, 5.0});
 
     EXPECT_EQ(s.aveInter, infinity);
     EXPECT_EQ(s.sdInter, infinity);

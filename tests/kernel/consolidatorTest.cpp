@@ -18,7 +18,7 @@ class cConsolidatorTest : public ::testing::Test {
 protected:
     void SetUp() override { network.simState = 1; }
 
-    const cNodeAct::cStatistics& statistics() const { return gather.getStatistics(); }
+    cNodeAct::cStatistics statistics() const { return gather.getStatistics(); }
     void receiveAt(double time, const cResPtr& resource) {
         network.simTime = time;
         gather.receive(resource);

@@ -19,7 +19,7 @@ protected:
         haul.setDurationText("5");
     }
 
-    const cNodeAct::cStatistics& statistics() const { return haul.getStatistics(); }
+    cNodeAct::cStatistics statistics() const { return haul.getStatistics(); }
     /// What an instance of the Normal holds of a type: the amount, or the number of instances.
     double heldBy(int instanceId, const cResType& type) const {
         double held = 0.0;
