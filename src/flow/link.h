@@ -64,6 +64,7 @@ public:
 
     void addOnFlowStatement(const std::string& text);
     void runOnFlowStatements() { runStatementList(onFlowStatements, network()); }
+    bool hasOnFlowStatements() const { return !onFlowStatements.empty(); }
     virtual void clearOnFlowStatements() { onFlowStatements.clear(); }
 
     /// Tells the successor of a flow.

@@ -58,17 +58,46 @@ std::vector<cResPtr> cLinkDraw::drawAmounts(cNodeQueue& queue) {
 }
 
 std::vector<cResPtr> cLinkDraw::drawInstances(cNodeQueue& queue) {
-    cSymbols& symbols = link.symbols();
-    std::vector<cResPtr> drawn;
-    for (const cResPtr& candidate : orderedByKey(queue.getContents(), drawOrder, link.getName(), symbols)) {
-        if (isTrue(drawUntil.evaluate(link.getName()))) break;
+    if (!queue.getContents().empty() && drawsQuietly()) return drawInPlace(queue);
 
-        const cSymbols::cResourceInHand inHand(symbols, candidate.get());
-        if (!isTrue(drawWhere.evaluate(link.getName()))) continue;
-        if (cResPtr taken = queue.drawInstance(candidate)) drawn.push_back(std::move(taken));
-        countDraw();
+    const std::vector<cResPtr> candidates(queue.getContents().begin(), queue.getContents().end());
+    std::vector<cResPtr> drawn;
+    for (const cResPtr& candidate : orderedByKey(candidates, drawOrder, link.getName(), link.symbols())) {
+        if (isTrue(drawUntil.evaluate(link.getName()))) break;
+        drawIfItPasses(queue, candidate, drawn);
     }
     return drawn;
+}
+
+/// Whether nothing that a draw evaluates can change the queue under it, and all candidates have the same key.
+bool cLinkDraw::drawsQuietly() const {
+    const std::string& owner = link.getName();
+    return !link.hasOnFlowStatements() && drawOrder.isQuiet(owner) && drawUntil.isQuiet(owner) &&
+           drawWhere.isQuiet(owner);
+}
+
+/// Walks the queue itself, where a copy of it would cost more than the draw.
+std::vector<cResPtr> cLinkDraw::drawInPlace(cNodeQueue& queue) {
+    keyOf(queue.getContents().front(), drawOrder, link.getName(), link.symbols());
+    std::vector<cResPtr> drawn;
+    for (std::size_t i = 0; i < queue.getContents().size();) {
+        if (isTrue(drawUntil.evaluate(link.getName()))) break;
+        const cResPtr candidate = queue.getContents()[i];
+        if (!drawIfItPasses(queue, candidate, drawn)) ++i;
+    }
+    return drawn;
+}
+
+/// @return whether it was taken out.
+bool cLinkDraw::drawIfItPasses(cNodeQueue& queue, const cResPtr& candidate, std::vector<cResPtr>& drawn) {
+    const cSymbols::cResourceInHand inHand(link.symbols(), candidate.get());
+    if (!isTrue(drawWhere.evaluate(link.getName()))) return false;
+
+    cResPtr taken = queue.drawInstance(candidate);
+    const bool isTaken = taken != nullptr;
+    if (isTaken) drawn.push_back(std::move(taken));
+    countDraw();
+    return isTaken;
 }
 
 void cLinkDraw::countDraw() {

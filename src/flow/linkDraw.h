@@ -40,6 +40,9 @@ protected:
 private:
     std::vector<cResPtr> drawAmounts(cNodeQueue& queue);
     std::vector<cResPtr> drawInstances(cNodeQueue& queue);
+    std::vector<cResPtr> drawInPlace(cNodeQueue& queue);
+    bool drawsQuietly() const;
+    bool drawIfItPasses(cNodeQueue& queue, const cResPtr& candidate, std::vector<cResPtr>& drawn);
     void countDraw();
 
     cLink& link;

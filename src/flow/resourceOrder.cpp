@@ -11,6 +11,11 @@ double keyOf(const cResPtr& resource, const cExpression& key, const std::string&
 
 std::vector<cResPtr> orderedByKey(std::vector<cResPtr> candidates, const cExpression& key, const std::string& owner,
                                   cSymbols& symbols) {
+    if (candidates.empty()) return {};
+    if (key.isQuiet(owner)) {  // the same for all: no formula reaches the resource in hand
+        keyOf(candidates.front(), key, owner, symbols);
+        return candidates;
+    }
     std::vector<cResPtr> ordered;
     for (cResPtr& candidate : candidates) {
         const double candidateKey = keyOf(candidate, key, owner, symbols);

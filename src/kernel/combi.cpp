@@ -18,6 +18,7 @@ cNodeActCombi::cNodeActCombi() : priority(*network().symbols, "0"), semaphore(*n
 }
 
 cNodeActCombi::~cNodeActCombi() {
+    network().symbols->namesChanged();
     std::erase_if(network().combis, [this](const auto& entry) { return entry.second == this; });
 }
 
@@ -61,7 +62,10 @@ void cNodeActCombi::resetElement() {
     cNodeAct::resetElement();
 }
 
-void cNodeActCombi::setPriorityText(const std::string& text) { priority.compile(text, cExpression::eTrial::run, {}); }
+void cNodeActCombi::setPriorityText(const std::string& text) {
+    network().symbols->namesChanged();  // the order of the Combis is one of them
+    priority.compile(text, cExpression::eTrial::run, {});
+}
 
 void cNodeActCombi::setSemaphoreText(const std::string& text) { semaphore.compile(text, cExpression::eTrial::run, {}); }
 

@@ -29,6 +29,8 @@ public:
     void markQueueChanged() { queueChanged = true; }
     /// Priority now, cut to a whole number: the Combi's place in the order of attempts.
     std::int32_t currentPriority() const;
+    /// Whether the priority is a number.
+    bool hasFixedPriority() const { return priority.constant().has_value(); }
 
     /// Forgets the BEFOREDRAWS code too: it is there in the first replication only.
     void resetElement() override;

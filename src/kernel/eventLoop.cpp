@@ -82,9 +82,14 @@ void cNetwork::simulate() {
     }
 }
 
+/// Priorities that are numbers give the same order as long as there are the same Combis with the same priorities.
 void cNetwork::orderCombis() {
+    if (combiOrderVersion == symbols->namesVersion) return;
+
+    bool isLasting = true;
     combiOrder.clear();
     for (const auto& [name, combi] : combis) {
+        isLasting = isLasting && combi->hasFixedPriority();
         const std::int32_t priority = combi->currentPriority();
         std::int32_t stoppedAt = 0;
         auto place = combiOrder.begin();
@@ -101,6 +106,7 @@ void cNetwork::orderCombis() {
         }
         combiOrder.insert(place, combi);
     }
+    combiOrderVersion = isLasting ? symbols->namesVersion : 0;
 }
 
 /// The activation phase. A Combi starts as many instances in a row as it can, and all are tried again as long as a pass

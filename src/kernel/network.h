@@ -193,7 +193,8 @@ private:
 
     cCalendar calendar;
     std::vector<cNodeActCombi*> combiOrder;
-    int turnsWithoutEvents = 0;  // of loops that breathe, since the host last processed its events
+    std::uint64_t combiOrderVersion = 0;  // of the names, for which the order holds; 0 for none
+    int turnsWithoutEvents = 0;           // of loops that breathe, since the host last processed its events
     int statementDepth = 0;
     int flowDepth = 0;
     bool simulating = false;

@@ -46,6 +46,7 @@ void cNetwork::resetRun() {
     paused = false;
     calendar.clear();
     combiOrder.clear();
+    combiOrderVersion = 0;
     simTime = 0.0;
     trace.restart();
     for (const auto& [name, type] : resourceTypes)

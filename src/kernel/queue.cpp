@@ -50,7 +50,7 @@ void cNodeQueue::receiveInstance(const cResPtr& resource) {
     const cSymbols::cResourceInHand inHand(*network().symbols, received);
     received->timeIn = network().simTime;
     const double key = orderKeyOf(resource);
-    std::size_t place = 0;
+    std::size_t place = orderKey.isQuiet() ? contentsList.size() : 0;  // a quiet key is the same for all
     while (place < contentsList.size() && !(orderKeyOf(contentsList[place]) > key)) {
         ++place;
         network().breathe();

@@ -4,8 +4,8 @@
 #include "kernel/network.h"
 #include "kernel/receiver.h"
 
+#include <deque>
 #include <string>
-#include <vector>
 
 /// Holds resources of one type between activities, keeps the statistics of its content, and wakes the Combis behind it.
 ///
@@ -78,7 +78,7 @@ public:
     /// The mean content up to now, with the area as of the last change; 0 while nothing was received. NaN at time 0.
     double averageContent() const;
     /// What waits, front first; of a generic queue its one amount.
-    const std::vector<cResPtr>& getContents() const { return contentsList; }
+    const std::deque<cResPtr>& getContents() const { return contentsList; }
 
 private:
     void closeSegment();
@@ -93,6 +93,6 @@ private:
     cExpression initialContent;
     cExpression orderKey;
     cStatementList onEntryStatements;
-    std::vector<cResPtr> contentsList;
+    std::deque<cResPtr> contentsList;  // drawn from the front and added to at the end, as a rule
     cStatistics statistics;
 };

@@ -14,6 +14,7 @@ struct cMeaning {
     const void* detail = nullptr;
     bool isLasting = false;  ///< holds until `namesVersion` of the context moves
     bool isOfOwner = false;  ///< lasts for expressions of the same owner only
+    bool isFormula = false;  ///< reading it is an evaluation, with all that one can do
 
     double value() const { return read == nullptr ? number : read(subject, detail); }
 };

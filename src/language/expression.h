@@ -43,6 +43,10 @@ public:
     /// The value, if it is the same at each evaluation and nothing else happens in one.
     const std::optional<double>& constant() const { return program->constant(); }
 
+    /// Whether an evaluation for `owner` is known to draw no random number, to ask no host and to run no VARIABLE: then
+    /// another one gives the same until the model moves. Names must have been looked up before to be known.
+    bool isQuiet(const std::string& owner = nobody) const { return !isGet && program->isQuiet(*context, owner); }
+
 private:
     static inline const std::string nobody;
 

@@ -73,6 +73,14 @@ double cProgram::cOperand::lookUp(cEvaluationContext& context, const std::string
     return found.value();
 }
 
+bool cProgram::isQuiet(const cEvaluationContext& context, const std::string& owner) const {
+    const auto combines = [](const cStep& step) { return step.row->combine != nullptr; };
+    const auto onlyReads = [&](const cOperand& operand) {
+        return operand.number || (operand.isKnown(context, owner) && !operand.meaning.isFormula);
+    };
+    return leavesOneValue && std::ranges::all_of(steps, combines) && std::ranges::all_of(operands, onlyReads);
+}
+
 double cProgram::run(cEvaluationContext& context, const std::string& owner, const std::string& text) const {
     constexpr std::size_t few = 16;
     std::array<double, few> nearby;  // NOLINT: each is written before it is read

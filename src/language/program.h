@@ -42,6 +42,9 @@ public:
         return operands[static_cast<std::size_t>(last)].value(context, owner);
     }
 
+    /// Whether a run is known to do nothing but read figures and combine them.
+    bool isQuiet(const cEvaluationContext& context, const std::string& owner) const;
+
 private:
     static constexpr std::int32_t result = -1;  // in place of an operand's index: what an earlier step has left
 
@@ -53,10 +56,12 @@ private:
         mutable std::string owner;
         mutable std::uint64_t version = 0;
 
+        bool isKnown(const cEvaluationContext& context, const std::string& newOwner) const {
+            return version == context.namesVersion && (!meaning.isOfOwner || owner == newOwner);
+        }
         double value(cEvaluationContext& context, const std::string& newOwner) const {
             if (number) return *number;
-            const bool isKnown = version == context.namesVersion && (!meaning.isOfOwner || owner == newOwner);
-            return isKnown ? meaning.value() : lookUp(context, newOwner);
+            return isKnown(context, newOwner) ? meaning.value() : lookUp(context, newOwner);
         }
         double lookUp(cEvaluationContext& context, const std::string& newOwner) const;
     };

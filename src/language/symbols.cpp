@@ -121,7 +121,8 @@ std::optional<cMeaning> cSymbols::meaningOfGlobal(const std::string& name) {
                     const auto current = as<std::shared_ptr<const cExpression>>(place);  // may be replaced meanwhile
                     return as<cSymbols>(symbols).evaluateVariable(*current);
                 };
-                return cMeaning{.read = evaluate, .subject = this, .detail = formula, .isLasting = true};
+                return cMeaning{
+                    .read = evaluate, .subject = this, .detail = formula, .isLasting = true, .isFormula = true};
             }
     }
     if (name == "SimTime") return figureOf(&network.simTime, readDouble);

@@ -123,7 +123,7 @@ TEST(randomModelsTest, nearlyAllRunToTheirEndAndEveryKindOfElementAndOfCodeIsThe
 /// The hashes were written down by the first engine, which took the plain way everywhere: text for the rounding, lists
 /// for the calendar and the orders, names looked up at each evaluation. A faster way has to give the same bytes.
 TEST(recordedRandomModelsTest, allOutputsAreStillThoseOfThePlainEngine) {
-    std::ifstream record(TIMBERSIM_SOURCE "/tests/golden/randomModels.txt");
+    std::ifstream record(TIMBERSIM_SOURCE "/tests/models/randomModels.txt");
     std::uint32_t seed = 0;
     std::uint64_t hash = 0;
     std::uint32_t compared = 0;

@@ -25,7 +25,8 @@ protected:
             drawn.push_back(dynamic_cast<const cResGen&>(*resource).getAmount());
         return drawn;
     }
-    static std::vector<int> numbersOf(const std::vector<cResPtr>& resources) {
+    template <typename cList>
+    static std::vector<int> numbersOf(const cList& resources) {
         std::vector<int> numbers;
         for (const cResPtr& resource : resources)
             numbers.push_back(dynamic_cast<const cResChar&>(*resource).getResNum());

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 
@@ -129,10 +130,21 @@ TEST_F(cResourceOrderTest, aRandomKeyShufflesWithOneNumberPerEvaluation) {
     EXPECT_NE(order, inOrder);
 }
 
+TEST_F(cResourceOrderTest, aKeyThatIsTheSameForAllIsWorkedOutOnceAndKeepsTheOrder) {
+    network.execute("SAVEVALUE level 4");
+
+    for (const char* key : {"1", "1+level", "SimTime", "TimeIn", "level/3", "nan"}) {
+        const std::vector<int> order = ordered(100, key);
+
+        EXPECT_EQ(order.size(), 100U) << key;
+        EXPECT_TRUE(std::ranges::is_sorted(order)) << key;
+    }
+}
+
 TEST_F(cResourceOrderTest, aLongOrderingCanBeStopped) {
     network.stopAtHostEvent = 1;
 
-    const cException failure = failureOf([&] { ordered(2000, "1"); });
+    const cException failure = failureOf([&] { ordered(2000, "Rnd()"); });
 
     EXPECT_EQ(failure.code, failureCode::userStop);
 }

@@ -78,6 +78,7 @@ TEST_F(cQueueTest, aRandomKeyDrawsOnceForTheNewcomerAndOncePerEntryVisited) {
 }
 
 TEST_F(cQueueTest, aLongWalkToAPlaceCanBeStopped) {
+    yard.setOrderKeyText("0*Rnd()");
     network.stopAtHostEvent = 1;
 
     const cException failure = failureOf([&] {

@@ -145,7 +145,7 @@ TEST_F(cQueueTest, aResourceThatStandsTwiceIsDrawnOnceAtATime) {
     EXPECT_EQ(yard.getCurCount(), 2.0);
 
     EXPECT_EQ(yard.drawInstance(made), made);
-    EXPECT_EQ(yard.getContents(), std::vector<cResPtr>{made});
+    EXPECT_EQ(yard.getContents(), std::deque<cResPtr>{made});
     EXPECT_EQ(yard.drawInstance(made), made);
 
     EXPECT_TRUE(yard.getContents().empty());

@@ -177,6 +177,49 @@ INSTANTIATE_TEST_SUITE_P(texts, cConstantTest,
                                            cConstantCase{"Rnd()", false}, cConstantCase{"Rnd()*0", false},
                                            cConstantCase{"GET(\"x\")", false}, cConstantCase{"1+", false}));
 
+// ---- what does nothing but read
+
+struct cQuietCase {
+    const char* text;
+    bool isQuiet;
+};
+
+class cQuietTest : public cMeaningTest, public ::testing::WithParamInterface<cQuietCase> {};
+
+TEST_P(cQuietTest, isWhatOnlyReadsFiguresAndCombinesThem) {
+    network.execute("SAVEVALUE level 4");
+    network.execute("VARIABLE pace 2");
+    const cExpression expression = evaluated(GetParam().text, "FromPit");
+
+    EXPECT_EQ(expression.isQuiet("FromPit"), GetParam().isQuiet);
+}
+
+INSTANTIATE_TEST_SUITE_P(texts, cQuietTest,
+                         ::testing::Values(cQuietCase{"1", true}, cQuietCase{"SimTime+1", true},
+                                           cQuietCase{"level", true}, cQuietCase{"PredNode.CurCount<3", true},
+                                           cQuietCase{"nDraws", true}, cQuietCase{"Pit.AveWait", true},
+                                           cQuietCase{"Nothing", true}, cQuietCase{"pace", false},
+                                           cQuietCase{"level+pace", false}, cQuietCase{"Rnd()", false},
+                                           cQuietCase{"0*Rnd()", false}, cQuietCase{"GET(\"Rock\")", false},
+                                           cQuietCase{"PredNode.MaxCont", false}, cQuietCase{"Dig.Soil.Count", false}));
+
+TEST_F(cMeaningTest, nothingIsKnownOfNamesBeforeTheyWereLookedUp) {
+    cExpression time(*network.symbols, "SimTime+1", cExpression::eTrial::skip);
+    EXPECT_FALSE(time.isQuiet());
+
+    time.evaluate();
+
+    EXPECT_TRUE(time.isQuiet());
+    network.symbols->namesChanged();
+    EXPECT_FALSE(time.isQuiet());
+}
+
+TEST_F(cMeaningTest, whatIsKnownForOneOwnerIsNotKnownForAnother) {
+    const cExpression count = evaluated("nDraws+1", "FromPit");
+
+    EXPECT_FALSE(count.isQuiet("Other"));
+}
+
 TEST(constantTest, isRoundedStepByStep) {
     const cTestNetwork network;
 
