@@ -22,8 +22,6 @@ cNodeActCombi::~cNodeActCombi() {
     std::erase_if(network().combis, [this](const auto& entry) { return entry.second == this; });
 }
 
-bool cNodeActCombi::mayAttempt() const { return semaphore.getText() != alwaysOpen || queueChanged; }
-
 bool cNodeActCombi::attempt() {
     if (!isTrue(semaphore.evaluate())) {
         traceAttempt(network(), getName(), attemptResult::semaphore);
@@ -31,6 +29,7 @@ bool cNodeActCombi::attempt() {
     }
     if (!queuesSupport()) {
         queueChanged = false;
+        if (!mayAttempt()) network().combisToTry.unmark(orderPlace);
         traceAttempt(network(), getName(), attemptResult::queueSupport);
         return false;
     }
@@ -67,7 +66,11 @@ void cNodeActCombi::setPriorityText(const std::string& text) {
     priority.compile(text, cExpression::eTrial::run, {});
 }
 
-void cNodeActCombi::setSemaphoreText(const std::string& text) { semaphore.compile(text, cExpression::eTrial::run, {}); }
+void cNodeActCombi::setSemaphoreText(const std::string& text) {
+    hasDefaultSemaphore = text == alwaysOpen;
+    network().combisToTry.mark(orderPlace);
+    semaphore.compile(text, cExpression::eTrial::run, {});
+}
 
 void cNodeActCombi::addBeforeDrawsStatement(const std::string& text) {
     beforeDrawsStatements.push_back(std::make_unique<cStatement>(text));

@@ -17,7 +17,7 @@ public:
 
     /// Whether an attempt could succeed. With the semaphore "1", to the letter, only the queues can stop the Combi, and
     /// the answer is whether one of them may have changed since it last failed on them. With any other text it is yes.
-    bool mayAttempt() const;
+    bool mayAttempt() const { return !hasDefaultSemaphore || queueChanged; }
     /// Tries to start one instance. A failed attempt changes no queue.
     /// @return whether an instance was started.
     /// @throws cException if a semaphore, a draw rule, code or the duration fails.
@@ -26,7 +26,10 @@ public:
     virtual void beforeDraws();
 
     /// A queue in front of the Combi may have changed.
-    void markQueueChanged() { queueChanged = true; }
+    void markQueueChanged() {
+        queueChanged = true;
+        network().combisToTry.mark(orderPlace);
+    }
     /// Priority now, cut to a whole number: the Combi's place in the order of attempts.
     std::int32_t currentPriority() const;
     /// Whether the priority is a number.
@@ -41,6 +44,8 @@ public:
     const std::string& getSemaphoreText() const { return semaphore.getText(); }
     void addBeforeDrawsStatement(const std::string& text);
 
+    std::size_t orderPlace = 0;  ///< the place in the network's order of Combis, which gives it
+
 private:
     bool queuesSupport();
     void drawFromQueues();
@@ -48,5 +53,6 @@ private:
     cStatementList beforeDrawsStatements;
     cExpression priority;
     cExpression semaphore;
+    bool hasDefaultSemaphore = true;
     bool queueChanged = false;  // something may have changed in the queues since an attempt last failed on them
 };

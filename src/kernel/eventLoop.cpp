@@ -107,6 +107,12 @@ void cNetwork::orderCombis() {
         combiOrder.insert(place, combi);
     }
     combiOrderVersion = isLasting ? symbols->namesVersion : 0;
+
+    combisToTry.restart(combiOrder.size());
+    for (std::size_t i = 0; i < combiOrder.size(); ++i) {
+        combiOrder[i]->orderPlace = i;
+        if (combiOrder[i]->mayAttempt()) combisToTry.mark(i);
+    }
 }
 
 /// The activation phase. A Combi starts as many instances in a row as it can, and all are tried again as long as a pass
@@ -117,7 +123,7 @@ void cNetwork::startCombis() {
     bool anyStart = true;
     while (anyStart && !sawInstantStart) {
         anyStart = false;
-        for (std::size_t i = 0; i < combiOrder.size(); ++i) {
+        for (std::size_t i = combisToTry.next(0); i < combiOrder.size(); i = combisToTry.next(i + 1)) {
             const eStarts starts = startAsOftenAsPossible(*combiOrder[i]);
             anyStart = anyStart || starts != eStarts::none;
             sawInstantStart = sawInstantStart || starts == eStarts::lastWasInstant;

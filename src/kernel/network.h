@@ -2,6 +2,7 @@
 
 #include "flow/resourceType.h"
 #include "kernel/calendar.h"
+#include "kernel/markedPlaces.h"
 #include "kernel/nameMap.h"
 #include "kernel/trace.h"
 #include "language/exception.h"
@@ -139,6 +140,8 @@ public:
     cNameMap<std::shared_ptr<cNetworkElement>> elements;
     /// The Combis among `elements`, each under the name that it was entered with, also after a renaming.
     std::map<std::string, cNodeActCombi*> combis;
+
+    cMarkedPlaces combisToTry;  ///< the places in the order of Combis of those that may attempt to start
 
     cStatementList statements;
     cStatementList afterTimeAdvance;

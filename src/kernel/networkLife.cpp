@@ -46,6 +46,7 @@ void cNetwork::resetRun() {
     paused = false;
     calendar.clear();
     combiOrder.clear();
+    combisToTry.restart(0);
     combiOrderVersion = 0;
     simTime = 0.0;
     trace.restart();

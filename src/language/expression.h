@@ -36,7 +36,7 @@ public:
     /// @throws cException (code 2, with the text) if the text is no formula or an operation fails; what resolving
     /// throws.
     double evaluate(const std::string& owner = nobody) const {
-        if (program->constant()) return *program->constant();
+        if (const std::optional<double>& fixed = program->constant()) return *fixed;
         return program->isOperand() ? program->operandValue(*context, owner) : evaluateProgram(owner);
     }
 
