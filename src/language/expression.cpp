@@ -29,15 +29,18 @@ cExpression::cExpression(cEvaluationContext& model, std::string newText, eTrial 
 void cExpression::compile(std::string newText, eTrial trial, const std::string& owner) {
     text = std::move(newText);
     const cTokens tokens = tokenise(text);
-    const bool beginsWithGet = !tokens.empty() && tokens.front().row != nullptr && tokens.front().text == "GET";
+    beginsWithGet = !tokens.empty() && tokens.front().row != nullptr && tokens.front().text == "GET";
     cTokens postfix;
     const bool isBalanced = beginsWithGet || convertToPostfix(tokens, postfix);
-    program = std::make_shared<const cProgram>(isBalanced ? postfix : cTokens{});
+    // A bad attribute shows when the text is set, though not in the last operand, which no operator follows.
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i + 1 < tokens.size(); ++i)
+        if (tokens[i].row == nullptr) names.push_back(tokens[i].text);
+    const auto compiled = std::make_shared<const cProgram>(isBalanced ? postfix : cTokens{}, names);
+    program = compiled;
     isGet = text.size() >= shortestGet && text.starts_with(getOpening);
 
-    // A bad attribute shows when the text is set, though not in the last operand, which no operator follows.
-    for (std::size_t i = 0; i + 1 < tokens.size(); ++i)
-        if (tokens[i].row == nullptr) context->resolve(tokens[i].text, owner);
+    compiled->tryNames(*context, owner);
     if (!isBalanced) throw cException{failureCode::expression, {}, {}, text};
     if (!beginsWithGet && trial == eTrial::run) evaluate(owner);
 }
@@ -100,4 +103,11 @@ double cExpression::evaluateProgram(const std::string& owner) const {
 
     const std::shared_ptr<const cProgram> running = program;
     return running->run(*context, owner, text);
+}
+
+double cExpression::evaluateAnew(const std::string& owner) const {
+    const std::shared_ptr<const cProgram> compiled = program;
+    compiled->tryNames(*context, owner);
+    if (!beginsWithGet) evaluate(owner);
+    return evaluate(owner);
 }

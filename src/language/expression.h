@@ -40,6 +40,10 @@ public:
         return program->isOperand() ? program->operandValue(*context, owner) : evaluateProgram(owner);
     }
 
+    /// The value of an expression that would be compiled now from the same text, with its trial: names are tried, and
+    /// the formula runs twice. @throws cException as `evaluate`.
+    double evaluateAnew(const std::string& owner = nobody) const;
+
     /// The value, if it is the same at each evaluation and nothing else happens in one.
     const std::optional<double>& constant() const { return program->constant(); }
 
@@ -58,6 +62,7 @@ private:
 
     cEvaluationContext* context;
     std::string text;
+    bool beginsWithGet = false;  // nothing is tried then
     bool isGet = false;  // the text is nothing but GET("key"), and what is between the quotes is asked of the host
     std::shared_ptr<const cProgram> program;  // never null; shared, so that an evaluation outlives a change of the text
 };

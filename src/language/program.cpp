@@ -15,7 +15,8 @@ namespace {
 
 }  // namespace
 
-cProgram::cProgram(const std::vector<cToken>& postfix) {
+cProgram::cProgram(const std::vector<cToken>& postfix, const std::vector<std::string>& namesToTry) {
+    for (const std::string& name : namesToTry) tried.push_back({name, parseNumber(name), {}, {}, 0});
     std::vector<std::int32_t> sources;  // what stands on the stack of values
     std::size_t results = 0;
     for (const cToken& token : postfix) {
@@ -41,6 +42,10 @@ cProgram::cProgram(const std::vector<cToken>& postfix) {
     if (!leavesOneValue) return;
     last = sources.back();
     if (last != result && steps.empty()) fixedValue = operands[static_cast<std::size_t>(last)].number;
+}
+
+void cProgram::tryNames(cEvaluationContext& context, const std::string& owner) const {
+    for (const cOperand& operand : tried) operand.value(context, owner);
 }
 
 std::int32_t cProgram::addOperand(const std::string& text, std::optional<double> number) {

@@ -24,9 +24,11 @@ public:
         const cOperator* row = nullptr;  // null for an operand, also for one that spells a function's name
     };
 
-    cProgram() = default;
-    explicit cProgram(const std::vector<cToken>& postfix);
+    /// @param namesToTry what `tryNames` looks up.
+    cProgram(const std::vector<cToken>& postfix, const std::vector<std::string>& namesToTry);
 
+    /// Resolves names, with all that this does, and drops the values.
+    void tryNames(cEvaluationContext& context, const std::string& owner) const;
     /// The value now.
     /// @param text the formula as written, for the messages of failures.
     /// @throws cException (code 2, with the text) if the formula is none or an operation fails; what resolving throws.
@@ -76,6 +78,7 @@ private:
     double execute(const cStep& step, double*& top, cEvaluationContext& context, const std::string& owner,
                    const std::string& text) const;
 
+    std::vector<cOperand> tried;
     std::vector<cOperand> operands;
     std::vector<cStep> steps;
     std::size_t deepest = 0;  // results that wait at the same time

@@ -7,3 +7,13 @@ cStatement::cStatement(std::string statementText) : text(std::move(statementText
     keyword = std::move(args.front());
     args.erase(args.begin());
 }
+
+double cStatement::argumentValue(std::size_t index, cEvaluationContext& model) const {
+    compiled.resize(args.size());
+    if (compiled[index] != nullptr) return compiled[index]->evaluateAnew();
+
+    auto expression = std::make_unique<const cExpression>(model, args[index]);
+    const double value = expression->evaluate();
+    compiled[index] = std::move(expression);
+    return value;
+}

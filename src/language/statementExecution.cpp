@@ -23,8 +23,7 @@ struct cExecution {
 
     const std::string& argument(std::size_t index) const { return statement.getArguments()[index]; }
 
-    /// The value of an argument: its expression is compiled, with the trial, and evaluated.
-    double value(std::size_t index) const { return cExpression(*network.symbols, argument(index)).evaluate(); }
+    double value(std::size_t index) const { return statement.argumentValue(index, *network.symbols); }
 
     /// The arguments from `first` on as one text, filled as a format.
     std::string filledText(std::size_t first) const {

@@ -270,4 +270,54 @@ TEST_F(cStatementTest, aStatementIsInterpretedAnewAtEachExecution) {
     EXPECT_EQ(network.saveValues.at("n"), 3.0);
 }
 
+// ---- executed again
+
+class cExecutedAgainTest : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(cExecutedAgainTest, aStatementDoesWhatANewOneDoes) {
+    const auto drawsOf = [](auto statementAt) {
+        cTestNetwork network;
+        network.execute("SAVEVALUE level 1");
+        network.execute("VARIABLE pace Rnd()+1");
+        network.addCombi("Dig");
+        for (int i = 0; i < 4; ++i) statementAt(i).execute(network);
+        return std::pair(network.symbols->randomStreams().first().getState(), *network.saveValues.valueOf("level"));
+    };
+
+    const cStatement one(GetParam());
+    std::vector<std::unique_ptr<cStatement>> fresh;
+    for (int i = 0; i < 4; ++i) fresh.push_back(std::make_unique<cStatement>(GetParam()));
+
+    EXPECT_EQ(drawsOf([&](int) -> const cStatement& { return one; }),
+              drawsOf([&](int i) -> const cStatement& { return *fresh[static_cast<std::size_t>(i)]; }));
+}
+
+INSTANTIATE_TEST_SUITE_P(texts, cExecutedAgainTest,
+                         ::testing::Values("ASSIGN level Rnd()", "ASSIGN level pace", "ASSIGN level pace+level",
+                                           "ASSIGN level pace+pace*2", "ASSIGN level level+1",
+                                           "SAVEVALUE level pace*level", "ASSIGN level '1 + pace'",
+                                           "ASSIGN level Uniform(pace,9)", "SEED pace*1000",
+                                           "ASSIGN level Dig.TotInst+pace"));
+
+TEST(executedAgainTest, aFailureDoesNotKeepTheStatementFromSucceedingLater) {
+    cTestNetwork network;
+    network.execute("SAVEVALUE level 0");
+    const cStatement statement("ASSIGN level 6/level");
+    EXPECT_EQ(failureOf([&] { statement.execute(network); }).message, "Division by 0.");
+    network.execute("ASSIGN level 2");
+
+    statement.execute(network);
+
+    EXPECT_EQ(*network.saveValues.valueOf("level"), 3.0);
+}
+
+TEST(executedAgainTest, aStatementThatSucceededFailsWhenItsFormulaDoes) {
+    cTestNetwork network;
+    network.execute("SAVEVALUE level 2");
+    const cStatement statement("ASSIGN level 6/level-3");
+    statement.execute(network);  // 0
+
+    EXPECT_EQ(failureOf([&] { statement.execute(network); }).message, "Division by 0.");
+}
+
 }  // namespace
