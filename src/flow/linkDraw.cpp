@@ -7,6 +7,7 @@
 #include "language/symbols.h"
 
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -60,9 +61,9 @@ std::vector<cResPtr> cLinkDraw::drawAmounts(cNodeQueue& queue) {
 std::vector<cResPtr> cLinkDraw::drawInstances(cNodeQueue& queue) {
     if (!queue.getContents().empty() && drawsQuietly()) return drawInPlace(queue);
 
-    const std::vector<cResPtr> candidates(queue.getContents().begin(), queue.getContents().end());
+    std::vector<cResPtr> candidates(queue.getContents().begin(), queue.getContents().end());
     std::vector<cResPtr> drawn;
-    for (const cResPtr& candidate : orderedByKey(candidates, drawOrder, link.getName(), link.symbols())) {
+    for (const cResPtr& candidate : orderedByKey(std::move(candidates), drawOrder, link.getName(), link.symbols())) {
         if (isTrue(drawUntil.evaluate(link.getName()))) break;
         drawIfItPasses(queue, candidate, drawn);
     }
