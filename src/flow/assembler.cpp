@@ -10,10 +10,10 @@ cNodeAuxAssembler::~cNodeAuxAssembler() {
 void cNodeAuxAssembler::flowBegin() {
     if (++nSources != 1) return;
     activeMark = true;
-    tellSuccessors(*this, &cNodeReceiver::flowBegin);
+    tellSuccessors<&cNodeReceiver::flowBegin>(*this);
 }
 
-void cNodeAuxAssembler::flowSettle() { tellSuccessors(*this, &cNodeReceiver::flowSettle); }
+void cNodeAuxAssembler::flowSettle() { tellSuccessors<&cNodeReceiver::flowSettle>(*this); }
 
 /// The stack of resources in hand is not in step here from the second burst on: only a new compound is put on it, and
 /// one is taken off each time.
@@ -25,8 +25,8 @@ void cNodeAuxAssembler::flowEnd() {
 
     if (!getOutLinks().empty()) {
         cLink& first = *getOutLinks().begin()->second;
-        first.passOn(compound);
-        first.forSuccessor(&cNodeReceiver::flowEnd);
+        first.passOn(*compound);
+        first.forSuccessor<&cNodeReceiver::flowEnd>();
     }
     holdings.clear();
 }
@@ -38,6 +38,6 @@ void cNodeAuxAssembler::makeCompound() {
         elementError.message = "Assembler \"" + getName() + "\" has no compound resource type.";
         throw cException{elementError};
     }
-    compound = std::make_shared<cResCompound>(type);
+    compound = makeCounted<cResCompound>(type);
     network().symbols->pushResource(compound.get());
 }

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "flow/compound.h"
 #include "flow/homogHolder.h"
 #include "flow/releasers.h"
 #include "kernel/receiver.h"
 
 #include <cstdint>
-#include <memory>
 
 /// Gathers what flows in during one burst and sends it on as the parts of a compound of its own type.
 ///
@@ -22,7 +22,7 @@ public:
     std::string getKind() const override { return "ASSEMBLER"; }
 
     void flowBegin() override;
-    void receive(cResPtr resource) override { addHolding(resource); }
+    void receive(cRes& resource) override { addHolding(resource); }
     void flowSettle() override;
     /// Sends the compound when the last open flow closes, also without a part.
     /// @throws cException (code 2) if the Assembler's type is no compound type, and what the successor throws.
@@ -34,6 +34,6 @@ public:
 private:
     void makeCompound();
 
-    std::shared_ptr<cResCompound> compound;  // made at the first burst
-    std::int32_t nSources = 0;               // open flows towards this node
+    cShared<cResCompound> compound;  // made at the first burst
+    std::int32_t nSources = 0;       // open flows towards this node
 };

@@ -2,31 +2,30 @@
 
 #include <array>
 #include <cstddef>
+#include <limits>
 #include <new>
 
 /// Blocks of memory for the small things that every event makes and lets go of: amounts on their way, holdings,
 /// running instances. A block that was let go is kept for the next of its size, so that a simulation in its steady
 /// state asks the system for nothing.
 ///
-/// Each thread has its own blocks, and gives them back when it ends; a block may be let go by another thread. Where the
+/// Each thread has its own blocks, which it lets go of itself, and gives back to the system when it ends. Where the
 /// address sanitizer looks on nothing is kept, so that it sees every use of what was let go.
 class cBlockPool {
 public:
     static void* take(std::size_t size) {
-        if (keepsNothing) return ::operator new(size);
-        cList& list = listOf(size);
-        if (list.first == nullptr) return ::operator new(roundedUp(size));
-        cFreeBlock* block = list.first;
-        list.first = block->next;
+        if (keepsNothing || size > largestSize) return ::operator new(size);
+        cFreeBlock*& first = listOf(size);
+        if (first == nullptr) return takeFromSystem(size);
+        cFreeBlock* block = first;
+        first = block->next;
         return block;
     }
     static void giveBack(void* memory, std::size_t size) noexcept {
-        if (keepsNothing) return ::operator delete(memory);
-        cList& list = listOf(size);
-        list.first = new (memory) cFreeBlock{list.first};
+        if (keepsNothing || size > largestSize) return ::operator delete(memory);
+        cFreeBlock*& first = listOf(size);
+        first = new (memory) cFreeBlock{first};
     }
-
-    static constexpr std::size_t largestSize = 256;
 
 private:
 #if defined(__SANITIZE_ADDRESS__)
@@ -37,29 +36,22 @@ private:
     static constexpr bool keepsNothing = false;
 #endif
     static constexpr std::size_t step = 16;
+    static constexpr std::size_t largestSize = 256;
 
     struct cFreeBlock {
         cFreeBlock* next;
     };
-    struct cList {
-        cFreeBlock* first = nullptr;
-        ~cList() {
-            while (first != nullptr) {
-                cFreeBlock* next = first->next;
-                ::operator delete(first);
-                first = next;
-            }
-        }
-    };
+    using cLists = std::array<cFreeBlock*, largestSize / step + 1>;
 
-    static std::size_t roundedUp(std::size_t size) { return (size + step - 1) / step * step; }
-    static cList& listOf(std::size_t size) {
-        static thread_local std::array<cList, largestSize / step + 1> lists;
-        return lists[roundedUp(size) / step];
-    }
+    static std::size_t stepsOf(std::size_t size) { return (size + step - 1) / step; }
+    static cFreeBlock*& listOf(std::size_t size) { return lists[stepsOf(size)]; }
+    static void* takeFromSystem(std::size_t size);
+
+    // Without a destructor, so that an access needs no check; takeFromSystem sees to the end of the thread.
+    static inline constinit thread_local cLists lists{};
 };
 
-/// Takes single objects from the pool, and everything else from the system.
+/// Takes what is small from the pool, and everything else from the system.
 template <typename cObject>
 class cPoolAllocator {
 public:
@@ -70,15 +62,11 @@ public:
     cPoolAllocator(const cPoolAllocator<cOther>&) {}  // NOLINT(google-explicit-constructor): an allocator's own rule
 
     cObject* allocate(std::size_t count) {
-        const std::size_t size = count * sizeof(cObject);
-        return static_cast<cObject*>(size <= cBlockPool::largestSize ? cBlockPool::take(size) : ::operator new(size));
+        if (count > std::numeric_limits<std::size_t>::max() / sizeof(cObject)) throw std::bad_array_new_length();
+        return static_cast<cObject*>(cBlockPool::take(count * sizeof(cObject)));
     }
     void deallocate(cObject* memory, std::size_t count) noexcept {
-        const std::size_t size = count * sizeof(cObject);
-        if (size <= cBlockPool::largestSize)
-            cBlockPool::giveBack(memory, size);
-        else
-            ::operator delete(memory);
+        cBlockPool::giveBack(memory, count * sizeof(cObject));
     }
     template <typename cOther>
     bool operator==(const cPoolAllocator<cOther>&) const {

@@ -43,10 +43,10 @@ cLink& cNodeBranching::branch() {
     return *getOutLinks().rbegin()->second;
 }
 
-void cNodeBranching::receive(cResPtr resource) {
+void cNodeBranching::receive(cRes& resource) {
     {
         std::optional<cSymbols::cResourceInHand> inHand;
-        if (resource->asInstance() != nullptr) inHand.emplace(*network().symbols, resource.get());
+        if (resource.asInstance() != nullptr) inHand.emplace(*network().symbols, &resource);
         beforeOnFlow();
         branch().runOnFlowStatements();
     }

@@ -14,7 +14,7 @@ class cNodeBranching : public cNodeReceiver, public cHomogHolder {
 public:
     /// Runs the ONFLOW code of the branch, an instance in hand, and sends the resource along it.
     /// @throws cException (code 2) if there is no out-link, and as the strengths and the code fail.
-    void receive(cResPtr resource) override;
+    void receive(cRes& resource) override;
     void removeOutLink(cLink* link) override;
     /// Does nothing. A burst that never came to its end stays open, also into later replications.
     void resetElement() override {}

@@ -1,16 +1,18 @@
 #include "flow/disassembler.h"
 
+#include "flow/compound.h"
 #include "flow/link.h"
 #include "language/symbols.h"
 
 void cNodeAuxDisAssembler::flowBegin() {
-    if (++nSources == 1) tellSuccessors(*this, &cNodeReceiver::flowBegin);
+    if (++nSources == 1) tellSuccessors<&cNodeReceiver::flowBegin>(*this);
 }
 
-void cNodeAuxDisAssembler::receive(cResPtr resource) {
-    auto* compound = dynamic_cast<cResCompound*>(resource.get());
+void cNodeAuxDisAssembler::receive(cRes& resource) {
+    auto* compound = dynamic_cast<cResCompound*>(&resource);
     if (compound == nullptr) return;
 
+    opened = compound;
     const cSymbols::cResourceInHand inHand(*network().symbols, compound);
     activeMark = true;
     holdings = compound->contents;
@@ -19,8 +21,16 @@ void cNodeAuxDisAssembler::receive(cResPtr resource) {
     holdings.clear();
 }
 
-void cNodeAuxDisAssembler::flowSettle() { tellSuccessors(*this, &cNodeReceiver::flowSettle); }
+/// What is left of an amount is left of it in the compound too: it lists the same one.
+bool cNodeAuxDisAssembler::release(const cRes& resource) {
+    const bool isHeld = cReleasers::release(resource);
+    const cHoldings::cList* left = holdings.find(resource.getResType());
+    if (left != nullptr && left->amount) opened->contents.listOf(resource.getResType()).amount = left->amount;
+    return isHeld;
+}
+
+void cNodeAuxDisAssembler::flowSettle() { tellSuccessors<&cNodeReceiver::flowSettle>(*this); }
 
 void cNodeAuxDisAssembler::flowEnd() {
-    if (--nSources == 0) tellSuccessors(*this, &cNodeReceiver::flowEnd);
+    if (--nSources == 0) tellSuccessors<&cNodeReceiver::flowEnd>(*this);
 }

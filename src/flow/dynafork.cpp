@@ -3,11 +3,11 @@
 #include "flow/link.h"
 
 void cNodeAuxDynafork::flowBegin() {
-    if (++nSources == 1) tellSuccessors(*this, &cNodeReceiver::flowBegin);
+    if (++nSources == 1) tellSuccessors<&cNodeReceiver::flowBegin>(*this);
 }
 
-void cNodeAuxDynafork::flowSettle() { tellSuccessors(*this, &cNodeReceiver::flowSettle); }
+void cNodeAuxDynafork::flowSettle() { tellSuccessors<&cNodeReceiver::flowSettle>(*this); }
 
 void cNodeAuxDynafork::flowEnd() {
-    if (--nSources == 0) tellSuccessors(*this, &cNodeReceiver::flowEnd);
+    if (--nSources == 0) tellSuccessors<&cNodeReceiver::flowEnd>(*this);
 }

@@ -7,17 +7,17 @@ void cNodeAuxFork::flowBegin() {
     ++nSources;
     for (const cBranch& candidate : chooseBranch()) {
         const cNode* successor = candidate.link->getSuccNode();
-        traceBranch(network(), getName(), candidate.link == chosenLink, candidate.runningSum,
-                    successor == nullptr ? std::string() : successor->getName());
+        network().trace.branch(network().simTime, getName(), candidate.link == chosenLink, candidate.runningSum,
+                               successor == nullptr ? std::string() : successor->getName());
     }
-    branch().forSuccessor(&cNodeReceiver::flowBegin);
+    branch().forSuccessor<&cNodeReceiver::flowBegin>();
 }
 
 void cNodeAuxFork::flowSettle() {
-    if (chosenLink != nullptr) chosenLink->forSuccessor(&cNodeReceiver::flowSettle);
+    if (chosenLink != nullptr) chosenLink->forSuccessor<&cNodeReceiver::flowSettle>();
     chosenLink = nullptr;
 }
 
 void cNodeAuxFork::flowEnd() {
-    if (--nSources == 0) branch().forSuccessor(&cNodeReceiver::flowEnd);
+    if (--nSources == 0) branch().forSuccessor<&cNodeReceiver::flowEnd>();
 }

@@ -53,25 +53,13 @@ void cLink::addOnFlowStatement(const std::string& text) {
     onFlowStatements.push_back(std::make_unique<cStatement>(text));
 }
 
-cNodeReceiver& cLink::receiver() const {
-    if (knownEnds.receiver != nullptr) return *knownEnds.receiver;
-
+void cLink::failWithoutReceiver() const {
     const std::string message = "Link \"" + getName() + "\" leads to no node that can receive.";
     throw cException{failureCode::expression, message, {}, {}};
 }
 
-void cLink::forSuccessor(void (cNodeReceiver::*operation)()) {
-    const cNetwork::cNesting flow(network(), *this);
-    network().breathe();
-    (receiver().*operation)();
-}
-
-void cLink::passOn(const cResPtr& resource) {
+void cLink::passOn(cRes& resource) {
     const cNetwork::cNesting flow(network(), *this);
     network().breathe();
     receiver().receive(resource);
-}
-
-void tellSuccessors(const cNode& node, void (cNodeReceiver::*operation)()) {
-    for (cLink* link : node.outLinkWalk()) link->forSuccessor(operation);
 }

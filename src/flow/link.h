@@ -69,15 +69,24 @@ public:
 
     /// Tells the successor of a flow.
     /// @throws cException (code 2) if it is no node that can receive, or if the flow goes in a circle.
-    void forSuccessor(void (cNodeReceiver::*operation)());
+    template <void (cNodeReceiver::*operation)()>
+    void forSuccessor() {
+        const cNetwork::cNesting flow(network(), *this);
+        network().breathe();
+        (receiver().*operation)();
+    }
     /// Sends a resource to the successor. @throws cException (code 2) as `forSuccessor`.
-    void passOn(const cResPtr& resource);
+    void passOn(cRes& resource);
 
     cSymbols& symbols() const { return *network().symbols; }
     cNetwork& model() const { return network(); }
 
 private:
-    cNodeReceiver& receiver() const;
+    cNodeReceiver& receiver() const {
+        if (knownEnds.receiver == nullptr) failWithoutReceiver();
+        return *knownEnds.receiver;
+    }
+    [[noreturn]] void failWithoutReceiver() const;
     eLinkKind refuseEnd(eLinkKind reason);
     eLinkKind become(eLinkKind kind, std::optional<cResType*> type);
 
@@ -91,4 +100,7 @@ private:
 
 /// Tells the successors of all out-links of `node` of a flow, in the order of the links.
 /// @throws cException (code 2) at the first that is no node that can receive.
-void tellSuccessors(const cNode& node, void (cNodeReceiver::*operation)());
+template <void (cNodeReceiver::*operation)()>
+void tellSuccessors(const cNode& node) {
+    for (cLink* link : node.outLinkWalk()) link->forSuccessor<operation>();
+}

@@ -2,6 +2,7 @@
 
 #include "flow/link.h"
 #include "flow/linkRules.h"
+#include "flow/releasers.h"
 #include "flow/resourceOrder.h"
 #include "kernel/queue.h"
 #include "language/symbols.h"
@@ -35,34 +36,34 @@ cLinkDraw::cLinkDraw(cLink& owner, cEvaluationContext& model)
 
 double cLinkDraw::evaluateEnough() const { return enough.evaluate(link.getName()); }
 
-std::vector<cResPtr> cLinkDraw::draw() {
+void cLinkDraw::draw(cReleasers& taker) {
     cNodeQueue* queue = link.ends().queue;
     if (queue == nullptr)
         throw cException{failureCode::expression, "Link \"" + link.getName() + "\" has no queue to draw from.", {}, {}};
 
     const cDrawCount count(nDraws);
-    if (isGeneric(queue->getResType())) return drawAmounts(*queue);
-    if (isCharacterized(queue->getResType())) return drawInstances(*queue);
-    return {};
+    if (isGeneric(queue->getResType()))
+        drawAmounts(*queue, taker);
+    else if (isCharacterized(queue->getResType()))
+        taker.addHoldings(drawInstances(*queue));
 }
 
-std::vector<cResPtr> cLinkDraw::drawAmounts(cNodeQueue& queue) {
-    const auto drawn = newAmount(link.getResType(), 0.0);
+void cLinkDraw::drawAmounts(cNodeQueue& queue, cReleasers& taker) {
+    cResGen drawn(link.getResType(), 0.0);
     while (queue.getCurCount() != 0.0) {
         if (isTrue(drawUntil.evaluate(link.getName()))) break;
-        drawn->add(queue.drawAmount(drawAmt.evaluate(link.getName())));
+        drawn.add(queue.drawAmount(drawAmt.evaluate(link.getName())));
         countDraw();
         link.model().breathe();
     }
-    if (drawn->getAmount() == 0.0) return {};
-    return {drawn};
+    if (drawn.getAmount() != 0.0) taker.addHolding(drawn);
 }
 
-std::vector<cResPtr> cLinkDraw::drawInstances(cNodeQueue& queue) {
+cResList cLinkDraw::drawInstances(cNodeQueue& queue) {
     if (!queue.getContents().empty() && drawsQuietly()) return drawInPlace(queue);
 
-    std::vector<cResPtr> candidates(queue.getContents().begin(), queue.getContents().end());
-    std::vector<cResPtr> drawn;
+    cResList candidates(queue.getContents().begin(), queue.getContents().end());
+    cResList drawn;
     for (const cResPtr& candidate : orderedByKey(std::move(candidates), drawOrder, link.getName(), link.symbols())) {
         if (isTrue(drawUntil.evaluate(link.getName()))) break;
         drawIfItPasses(queue, candidate, drawn);
@@ -78,9 +79,9 @@ bool cLinkDraw::drawsQuietly() const {
 }
 
 /// Walks the queue itself, where a copy of it would cost more than the draw.
-std::vector<cResPtr> cLinkDraw::drawInPlace(cNodeQueue& queue) {
-    keyOf(queue.getContents().front(), drawOrder, link.getName(), link.symbols());
-    std::vector<cResPtr> drawn;
+cResList cLinkDraw::drawInPlace(cNodeQueue& queue) {
+    keyOf(*queue.getContents().front(), drawOrder, link.getName(), link.symbols());
+    cResList drawn;
     for (std::size_t i = 0; i < queue.getContents().size();) {
         if (isTrue(drawUntil.evaluate(link.getName()))) break;
         const cResPtr candidate = queue.getContents()[i];
@@ -90,7 +91,7 @@ std::vector<cResPtr> cLinkDraw::drawInPlace(cNodeQueue& queue) {
 }
 
 /// @return whether it was taken out.
-bool cLinkDraw::drawIfItPasses(cNodeQueue& queue, const cResPtr& candidate, std::vector<cResPtr>& drawn) {
+bool cLinkDraw::drawIfItPasses(cNodeQueue& queue, const cResPtr& candidate, cResList& drawn) {
     const cSymbols::cResourceInHand inHand(link.symbols(), candidate.get());
     if (!isTrue(drawWhere.evaluate(link.getName()))) return false;
 

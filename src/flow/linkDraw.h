@@ -8,6 +8,7 @@
 
 class cLink;
 class cNodeQueue;
+class cReleasers;
 
 /// The part of a link that takes resources out of a queue.
 class cLinkDraw {
@@ -25,9 +26,9 @@ public:
     /// Generic: while the queue holds something and `drawUntil` is 0, asks for `drawAmt`; what came is one amount.
     /// Characterized: walks the queue by ascending `drawOrder`, equal keys in queue order, until `drawUntil` is not 0,
     /// and takes each resource for which `drawWhere` isn't 0. Keys are worked out anew at each compare.
-    /// @return what was drawn; empty if nothing was.
+    /// @param taker takes in what was drawn, when the draw is over.
     /// @throws cException (code 2) if there is no queue, and what rules and code throw.
-    virtual std::vector<cResPtr> draw();
+    virtual void draw(cReleasers& taker);
 
 protected:
     cExpression enough;
@@ -38,11 +39,11 @@ protected:
     std::int32_t nDraws = 0;  // not 0 only inside a draw
 
 private:
-    std::vector<cResPtr> drawAmounts(cNodeQueue& queue);
-    std::vector<cResPtr> drawInstances(cNodeQueue& queue);
-    std::vector<cResPtr> drawInPlace(cNodeQueue& queue);
+    void drawAmounts(cNodeQueue& queue, cReleasers& taker);
+    cResList drawInstances(cNodeQueue& queue);
+    cResList drawInPlace(cNodeQueue& queue);
     bool drawsQuietly() const;
-    bool drawIfItPasses(cNodeQueue& queue, const cResPtr& candidate, std::vector<cResPtr>& drawn);
+    bool drawIfItPasses(cNodeQueue& queue, const cResPtr& candidate, cResList& drawn);
     void countDraw();
 
     cLink& link;

@@ -27,15 +27,15 @@ void cLinkRelease::release() {
 
 void cLinkRelease::releaseAmount(cReleasers& from) {
     const double amount = releaseAmt.evaluate(link.getName());
-    const auto released = newAmount(link.getResType(), amount);
+    cResGen released(link.getResType(), amount);
     link.runOnFlowStatements();
-    from.release(*released);
+    from.release(released);
     link.passOn(released);
 }
 
 void cLinkRelease::releaseInstances(cReleasers& from) {
     cSymbols& symbols = link.symbols();
-    const std::vector<cResPtr> held = from.getHoldings(link.getResType());
+    const cResList held = from.getHoldings(link.getResType());
     for (const cResPtr& candidate : orderedByKey(held, releaseOrder, link.getName(), symbols)) {
         if (isTrue(releaseUntil.evaluate(link.getName()))) break;
         {
@@ -44,6 +44,6 @@ void cLinkRelease::releaseInstances(cReleasers& from) {
             from.release(*candidate);
             link.runOnFlowStatements();
         }
-        link.passOn(candidate);
+        link.passOn(*candidate);
     }
 }

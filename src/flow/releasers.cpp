@@ -1,58 +1,69 @@
 #include "flow/releasers.h"
 
-#include <algorithm>
+namespace {
+
+void addAmount(std::optional<double>& held, double amount) { held = held ? *held + amount : amount; }
+
+}  // namespace
 
 bool cReleasers::release(const cRes& resource) {
-    const auto [first, end] = holdings.equal_range(resource.getResType());
-    if (first == end) return false;
+    cHoldings::cList* held = holdings.find(resource.getResType());
+    if (held == nullptr || held->empty()) return false;
 
-    if (const cResGen* released = resource.asAmount()) {
-        cResGen* holding = first->second->asAmount();
-        if (holding != nullptr && released->getAmount() < holding->getAmount())
-            holding->subtract(*released);
+    const cResGen* released = resource.asAmount();
+    if (held->amount) {
+        if (released->getAmount() < *held->amount)
+            *held->amount -= released->getAmount();
         else
-            holdings.erase(first, end);
+            held->clear();
         return true;
     }
-    const auto held = std::find_if(first, end, [&](const auto& entry) { return entry.second.get() == &resource; });
-    if (held != end) holdings.erase(held);
+    if (released == nullptr) {
+        held->remove(resource);
+        return true;
+    }
+    cResGen* holding = held->held().front()->asAmount();
+    if (holding != nullptr && released->getAmount() < holding->getAmount())
+        holding->subtract(*released);
+    else
+        held->clear();
     return true;
 }
 
-std::vector<cResPtr> cReleasers::getHoldings(const cResType* type) const {
-    std::vector<cResPtr> held;
-    const auto [first, end] = holdings.equal_range(type);
-    for (auto entry = first; entry != end; ++entry) held.push_back(entry->second);
-    return held;
+cResList cReleasers::getHoldings(cResType* type) const {
+    const cHoldings::cList* list = holdings.find(type);
+    if (list == nullptr) return {};
+    if (list->amount) return {makeCounted<cResGen>(type, *list->amount)};
+    return {list->held().begin(), list->held().end()};
 }
 
-void cReleasers::addHoldings(const std::vector<cResPtr>& resources) {
+void cReleasers::addHoldings(const cResList& resources) {
     if (resources.empty()) return;
 
     const std::size_t taken = isGeneric(resources.front()->getResType()) ? 1 : resources.size();
-    for (std::size_t i = 0; i < taken; ++i) addHolding(resources[i]);
+    for (std::size_t i = 0; i < taken; ++i) addHolding(*resources[i]);
 }
 
-void cReleasers::addHolding(const cResPtr& resource) {
-    if (isGeneric(resource->getResType()))
-        mergeHolding(resource);
+void cReleasers::addHolding(cRes& resource) {
+    cHoldings::cList& held = holdings.listOf(resource.getResType());
+    if (isGeneric(resource.getResType()))
+        addAmount(held.amount, resource.quantity());
     else
-        holdings.emplace(resource->getResType(), resource);
+        held.add(kept(resource));
 }
 
-void cReleasers::mergeHolding(const cResPtr& resource) {
-    const cResGen* added = resource->asAmount();
-    const auto present = holdings.lower_bound(resource->getResType());
-    const bool isHeld = present != holdings.end() && present->first == resource->getResType();
-    cResGen* holding = isHeld ? present->second->asAmount() : nullptr;
+void cReleasers::mergeHolding(cRes& resource) {
+    cHoldings::cList& held = holdings.listOf(resource.getResType());
+    const cResGen* added = resource.asAmount();
+    cResGen* holding = held.held().empty() ? nullptr : held.held().front()->asAmount();
     if (added != nullptr && holding != nullptr)
         holding->add(*added);
     else
-        holdings.emplace(resource->getResType(), resource);
+        addHolding(resource);
 }
 
 double cReleasers::countOf(const std::string& keyword, const cResType* type) const {
-    const auto [first, end] = holdings.equal_range(type);
-    if (keyword != "Count" || first == end) return 0.0;
-    return isGeneric(type) ? first->second->quantity() : static_cast<double>(std::distance(first, end));
+    const cHoldings::cList* held = holdings.find(type);
+    if (keyword != "Count" || held == nullptr) return 0.0;
+    return held->amount ? *held->amount : static_cast<double>(held->held().size());
 }

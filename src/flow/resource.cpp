@@ -7,28 +7,21 @@ namespace {
 
 constexpr std::size_t longestInstanceName = 63;
 
-template <typename cList>
-void eraseIfHeld(cList& list, const std::string& name, const cResChar* resource) {
-    const auto entry = list.find(name);
-    if (entry != list.end() && entry->second == resource) list.erase(entry);
-}
-
 }  // namespace
 
+cResPtr kept(cRes& resource) {
+    const cResGen* onItsWay = resource.isHeld() ? nullptr : resource.asAmount();
+    if (onItsWay == nullptr) return cResPtr(&resource);
+    return makeCounted<cResGen>(onItsWay->getResType(), onItsWay->getAmount());
+}
+
 cResChar::cResChar(cResTypeChar* type)
-    : cRes(type, false), charType(type), resNum(++type->instanceCount), birthTime(cNetwork::current().simTime) {
-    instanceName = (type->getTypeName() + '_' + std::to_string(resNum)).substr(0, longestInstanceName);
+    : cRes(type, false), resNum(++type->instanceCount), birthTime(cNetwork::current().simTime) {
     for (const std::string& name : type->getSaveProps()) props[name] = 0.0;
 }
 
-cResChar::~cResChar() {
-    eraseIfHeld(charType->instances, instanceName, this);
-    eraseIfHeld(cNetwork::current().resources, instanceName, this);
-}
-
-void cResChar::enterInLists() {
-    charType->instances[instanceName] = this;
-    cNetwork::current().resources[instanceName] = this;
+std::string cResChar::getInstanceName() const {
+    return (getResType()->getTypeName() + '_' + std::to_string(resNum)).substr(0, longestInstanceName);
 }
 
 bool cResChar::getProperty(const std::string& name, double& value) {
@@ -42,8 +35,8 @@ bool cResChar::getProperty(const std::string& name, double& value) {
         value = stored->second;
     } else {
         const cSymbols::cResourceInHand inHand(*cNetwork::current().symbols, this);
-        const auto computed = charType->computedProps.find(name);
-        if (computed == charType->computedProps.end()) return false;
+        const auto computed = getCharType()->computedProps.find(name);
+        if (computed == getCharType()->computedProps.end()) return false;
         value = computed->second->evaluate();
     }
     return true;

@@ -1,24 +1,19 @@
 #pragma once
 
-#include "flow/blockPool.h"
+#include "flow/counted.h"
 #include "flow/resourceType.h"
 
 #include <cstdint>
-#include <functional>
 #include <map>
-#include <memory>
 #include <string>
+#include <vector>
 
 class cResChar;
 class cResGen;
 
 /// What moves through a network. Belongs to a type, which outlives it.
-class cRes {
+class cRes : public cCounted {
 public:
-    virtual ~cRes() = default;
-    cRes(const cRes&) = delete;
-    cRes& operator=(const cRes&) = delete;
-
     cResType* getResType() const { return resType; }
     /// How much the resource counts for: an amount, or one.
     virtual double quantity() const = 0;
@@ -30,21 +25,19 @@ public:
     const cResChar* asInstance() const;
 
 protected:
-    cRes(cResType* type, bool isAmountOfType) : resType(type), isAmount(isAmountOfType) {}
+    cRes(cResType* type, bool isAmountOfType) : isAmount(isAmountOfType), resType(type) {}
 
 private:
-    cResType* resType;  // of cResTypeChar for a cResChar; an amount has the type of its link, and may have none
     bool isAmount;
+    cResType* resType;  // of cResTypeChar for a cResChar; an amount has the type of its link, and may have none
 };
 
 /// Shared, because a resource can stand in more than one list at a time: a compound that is sent on anew while it still
 /// waits stands twice in its queue, and parts stay listed in the compound that carried them. A resource lives until the
 /// last place lets go of it.
-using cResPtr = std::shared_ptr<cRes>;
+using cResPtr = cShared<cRes>;
 
-/// Resources by type; those of one type in the order in which they came.
-using cHoldings = std::multimap<const cResType*, cResPtr, std::less<const cResType*>,
-                                cPoolAllocator<std::pair<const cResType* const, cResPtr>>>;
+using cResList = std::vector<cResPtr, cPoolAllocator<cResPtr>>;
 
 /// An amount of a generic type.
 class cResGen : public cRes {
@@ -65,50 +58,36 @@ private:
     double amount;
 };
 
-/// An amount that travels: made and let go at every event.
-inline std::shared_ptr<cResGen> newAmount(cResType* type, double amount) {
-    return std::allocate_shared<cResGen>(cPoolAllocator<cResGen>(), type, amount);
-}
+/// The resource for a place that keeps it. An amount on its way stands where the one who sends it has put it: of that
+/// a place keeps a copy.
+cResPtr kept(cRes& resource);
 
 /// One identified instance of a characterized type.
 class cResChar : public cRes {
 public:
-    /// A new instance, numbered by its type (from 1 in each replication), born at the network's present time, named
-    /// after type and number in at most 63 characters, with a stored 0.0 for each of the type's save properties.
+    /// A new instance, numbered by its type (from 1 in each replication), born at the network's present time, with a
+    /// stored 0.0 for each of the type's save properties.
     explicit cResChar(cResTypeChar* type);
-    ~cResChar() override;
 
     /// Looks up TimeIn, ResNum, BirthTime, then the stored properties, then the type's computed ones.
     /// @return false, with `value` unchanged, if none of them has the name.
     virtual bool getProperty(const std::string& name, double& value);
 
-    /// Enters the instance in the lists by name of its type and of the network; it leaves them when it is destroyed.
-    void enterInLists();
-
-    cResTypeChar* getCharType() const { return charType; }
-    const std::string& getInstanceName() const { return instanceName; }
+    cResTypeChar* getCharType() const { return static_cast<cResTypeChar*>(getResType()); }
+    /// The name after type and number, in at most 63 characters.
+    std::string getInstanceName() const;
     std::int32_t getResNum() const { return resNum; }
     double getBirthTime() const { return birthTime; }
-    double getUnitCount() const { return unitCount; }
-    double quantity() const override { return unitCount; }
+    /// A characterized resource always counts as one.
+    double getUnitCount() const { return 1.0; }
+    double quantity() const override { return getUnitCount(); }
 
     double timeIn = 0.0;                  ///< when it last entered a queue
     std::map<std::string, double> props;  ///< stored properties
 
 private:
-    cResTypeChar* charType;
-    double unitCount = 1.0;  // a characterized resource always counts as one
-    std::string instanceName;
     std::int32_t resNum = 0;
     double birthTime = 0.0;
-};
-
-/// A characterized resource that can carry others.
-class cResCompound : public cResChar {
-public:
-    explicit cResCompound(cResTypeCompound* type) : cResChar(type) {}
-
-    cHoldings contents;  ///< the parts; they may stand in other lists too
 };
 
 inline cResGen* cRes::asAmount() { return isAmount ? static_cast<cResGen*>(this) : nullptr; }

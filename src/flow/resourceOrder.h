@@ -15,8 +15,7 @@ class cSymbols;
 /// for each resource that it is compared with, from the front. So a key that draws random numbers takes as many, and
 /// models rely on it.
 /// @param owner the name of the element on whose behalf `key` runs.
-std::vector<cResPtr> orderedByKey(std::vector<cResPtr> candidates, const cExpression& key, const std::string& owner,
-                                  cSymbols& symbols);
+cResList orderedByKey(cResList candidates, const cExpression& key, const std::string& owner, cSymbols& symbols);
 
 /// The value of `key` with `resource` in hand.
-double keyOf(const cResPtr& resource, const cExpression& key, const std::string& owner, cSymbols& symbols);
+double keyOf(cRes& resource, const cExpression& key, const std::string& owner, cSymbols& symbols);

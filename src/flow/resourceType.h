@@ -9,7 +9,6 @@
 #include <vector>
 
 class cHomogHolder;
-class cResChar;
 
 /// The kind words of resource types, in model files and dialogs.
 namespace typeKindWord {
@@ -72,7 +71,6 @@ public:
     const std::vector<std::string>& getSaveProps() const { return saveProps; }
 
     std::map<std::string, std::unique_ptr<cExpression>> computedProps;  ///< properties worked out on demand
-    std::map<std::string, cResChar*> instances;                         ///< living instances that INIT made, by name
     std::int32_t instanceCount = 0;  ///< instances made in this replication; numbers the next one
 
 private:

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
+#include <utility>
 
 namespace {
 
@@ -22,13 +24,19 @@ void raise(double& maximum, double value) {
 
 }  // namespace
 
-cActInstance::cActInstance(cNodeAct& owner, std::int32_t id, double start, cHoldings held)
-    : ownerName(owner.getName()),
-      startTime(start),
-      instanceId(id),
-      ownerActivity(&owner),
-      namesVersion(owner.network().symbols->namesVersion),
-      instanceResources(std::move(held)) {}
+cActInstance::cActInstance(cNodeAct& owner, std::int32_t id, double start, const cHoldings& held)
+    : ownerActivity(&owner) {
+    begin(id, start, held);
+}
+
+void cActInstance::begin(std::int32_t id, double start, const cHoldings& held) {
+    instanceId = id;
+    namesVersion = ownerActivity->network().symbols->namesVersion;
+    startTime = start;
+    endTime = start;
+    instanceDuration = 0.0;
+    instanceResources = held;
+}
 
 void cActInstance::setDuration(double duration) {
     instanceDuration = duration;
@@ -38,20 +46,29 @@ void cActInstance::setDuration(double duration) {
 
 cNodeAct::cNodeAct() : durationExpr(*network().symbols, "0") {}
 
-void cNodeAct::startInstance(cHoldings held, double start, double duration) {
-    const auto instance = std::allocate_shared<cActInstance>(cPoolAllocator<cActInstance>(), *this,
-                                                             statistics.nextInstance, start, std::move(held));
-    runningInstances.push_back({instance->getInstanceId(), instance});
+cActInstance& cNodeAct::beginInstance(const cHoldings& held, double start) {
+    if (endedInstances.empty()) {
+        instances.push_back(makeCounted<cActInstance>(*this, statistics.nextInstance, start, cHoldings()));
+        endedInstances.push_back(instances.back().get());
+    }
+    latest = endedInstances.back();
+    endedInstances.pop_back();
+    latest->begin(statistics.nextInstance, start, held);
+    latest->running = true;
+    return *latest;
+}
+
+void cNodeAct::startInstance(const cHoldings& held, double start, double duration) {
+    cActInstance& instance = beginInstance(held, start);
 
     lower(statistics.firstStart, start);
     if (!(statistics.lastStart < 0.0)) countInterval(start - statistics.lastStart);
     statistics.lastStart = start;
 
-    instance->setDuration(duration == durationByExpression ? durationExpr.evaluate() : duration);
-    network().scheduleInstance(instance);
-    cSymbols& symbols = *network().symbols;
+    instance.setDuration(duration == durationByExpression ? durationExpr.evaluate() : duration);
+    network().scheduleInstance(cActInstancePtr(&instance));
     {
-        const cSymbols::cCurrent current(symbols.currentInstance, instance.get());
+        const cSymbols::cCurrent current(network().symbols->currentInstance, &instance);
         onStart();
     }
     countInstance();
@@ -92,36 +109,60 @@ cNodeAct::cStatistics cNodeAct::getStatistics() const {
     return now;
 }
 
-void cNodeAct::endInstance(std::int32_t instanceId) {
-    const cRunning* running = findRunning(instanceId);
-    if (running == nullptr) return;
-    const std::shared_ptr<cActInstance> instance = running->instance;
-    cSymbols& symbols = *network().symbols;
+void cNodeAct::endInstance(const cActInstancePtr& instance) {
+    if (instance == nullptr || !instance->isRunning()) return;
+    cActInstance*& currentInstance = network().symbols->currentInstance;
 
     statistics.curInst -= 1;
     activeMark = true;
     {
-        const cSymbols::cCurrent current(symbols.currentInstance, instance.get());
+        const cSymbols::cCurrent current(currentInstance, instance.get());
         beforeEnd();
     }
-    holdings = instance->getResources();
+    if (onEndStatements.empty())
+        std::swap(holdings, instance->instanceResources);  // nobody asks the instance for them any more
+    else
+        holdings = instance->getResources();
     sendFlows();
     {
-        const cSymbols::cCurrent current(symbols.currentInstance, instance.get());
+        const cSymbols::cCurrent current(currentInstance, instance.get());
         onEnd();
     }
-    tellSuccessors(*this, &cNodeReceiver::flowSettle);
+    tellSuccessors<&cNodeReceiver::flowSettle>(*this);
     activeMark = false;
     holdings.clear();
     refreshElement();
-    forgetRunning(instanceId);
+    forgetInstance(*instance);
+}
+
+void cNodeAct::forgetInstance(cActInstance& instance) {
+    instance.instanceResources.clear();
+    instance.running = false;
+    if (latest == &instance) latest = nullptr;
+    endedInstances.push_back(&instance);
 }
 
 /// Each walk is complete before the next begins: every successor knows that a burst is coming before anything comes.
 void cNodeAct::sendFlows() {
-    tellSuccessors(*this, &cNodeReceiver::flowBegin);
+    const std::vector<cLink*>& told = burstLinks();
+    for (cLink* link : told) link->forSuccessor<&cNodeReceiver::flowBegin>();
     for (cLink* link : outLinkWalk()) link->release();
-    tellSuccessors(*this, &cNodeReceiver::flowEnd);
+    for (cLink* link : told) link->forSuccessor<&cNodeReceiver::flowEnd>();
+}
+
+/// A link without a successor is among them, so that its walk fails as it should.
+const std::vector<cLink*>& cNodeAct::burstLinks() {
+    const std::uint64_t version = network().symbols->namesVersion;
+    if (linksToTellVersion == version) return linksToTell;
+
+    const auto needsTelling = [](const cLink* link) {
+        const cNodeReceiver* receiver = link->ends().receiver;
+        return receiver == nullptr || receiver->heedsBursts();
+    };
+    linksToTell.clear();
+    std::ranges::copy_if(outLinkWalk(), std::back_inserter(linksToTell), needsTelling);
+    linksToTellVersion = version;
+    return linksToTell;
 }
 
 void cNodeAct::runEventCode(const cStatementList& code) {
@@ -132,12 +173,12 @@ void cNodeAct::runEventCode(const cStatementList& code) {
 void cNodeAct::onStart() { runEventCode(onStartStatements); }
 
 void cNodeAct::beforeEnd() {
-    traceEnd(network(), "BEFOREEND", getName(), network().symbols->currentInstance->getInstanceId());
+    network().trace.end(network().simTime, "BEFOREEND", getName(), network().symbols->currentInstance->getInstanceId());
     runEventCode(beforeEndStatements);
 }
 
 void cNodeAct::onEnd() {
-    traceEnd(network(), "ONEND", getName(), network().symbols->currentInstance->getInstanceId());
+    network().trace.end(network().simTime, "ONEND", getName(), network().symbols->currentInstance->getInstanceId());
     runEventCode(onEndStatements);
 }
 
@@ -167,8 +208,10 @@ void cNodeAct::resetElement() {
     onStartStatements.clear();
     beforeEndStatements.clear();
     onEndStatements.clear();
-    runningInstances.clear();
-    emptyPlaces = 0;
+    for (const cActInstancePtr& instance : instances) instance->running = false;
+    instances.clear();
+    endedInstances.clear();
+    latest = nullptr;
     holdings.clear();
     statistics = {};
     durSpread = 0.0;
@@ -192,24 +235,10 @@ void cNodeAct::addOnEndStatement(const std::string& text) {
     onEndStatements.push_back(std::make_unique<cStatement>(text));
 }
 
-cActInstance* cNodeAct::findInstance(std::int32_t instanceId) const {
-    const cRunning* running = findRunning(instanceId);
-    return running == nullptr ? nullptr : running->instance.get();
-}
-
-const cNodeAct::cRunning* cNodeAct::findRunning(std::int32_t instanceId) const {
-    const auto place = std::ranges::lower_bound(runningInstances, instanceId, {}, &cRunning::instanceId);
-    const bool isThere =
-        place != runningInstances.end() && place->instanceId == instanceId && place->instance != nullptr;
-    return isThere ? &*place : nullptr;
-}
-
-void cNodeAct::forgetRunning(std::int32_t instanceId) {
-    const auto place = std::ranges::lower_bound(runningInstances, instanceId, {}, &cRunning::instanceId);
-    if (place == runningInstances.end() || place->instanceId != instanceId || place->instance == nullptr) return;
-
-    place->instance.reset();
-    if (2 * ++emptyPlaces <= runningInstances.size()) return;
-    std::erase_if(runningInstances, [](const cRunning& running) { return running.instance == nullptr; });
-    emptyPlaces = 0;
+cActInstancePtr cNodeAct::findInstance(std::int32_t instanceId) const {
+    const auto isSought = [&](const cActInstancePtr& instance) {
+        return instance->isRunning() && instance->getInstanceId() == instanceId;
+    };
+    const auto found = std::ranges::find_if(instances, isSought);
+    return found == instances.end() ? nullptr : *found;
 }

@@ -24,11 +24,11 @@ public:
     /// ONSTART code, which sees the counts as they were before.
     /// @param duration how long it lasts; exactly -1 leaves it to the duration expression. May be negative.
     /// @throws cException if the duration or the code fails.
-    void startInstance(cHoldings held, double start, double duration);
+    void startInstance(const cHoldings& held, double start, double duration);
     /// Ends an instance: BEFOREEND code, then one burst of flow along all out-links, then ONEND code, then the
     /// settling. What no link took ceases to exist. Does nothing for an instance that isn't running.
     /// @throws cException what the code, the links and the successors throw.
-    virtual void endInstance(std::int32_t instanceId);
+    virtual void endInstance(const cActInstancePtr& instance);
 
     virtual void onStart();
     virtual void beforeEnd();
@@ -75,10 +75,10 @@ public:
     /// The duration of the current instance, whichever activity it belongs to; 0 if there is none.
     double currentDuration() const;
 
-    /// The running instance of that number, or null.
-    cActInstance* findInstance(std::int32_t instanceId) const;
+    /// The running instance of that number, or null. Cost: O(instances that ever ran at a time).
+    cActInstancePtr findInstance(std::int32_t instanceId) const;
     /// The instance started last, or null if it has ended.
-    cActInstance* latestInstance() const { return findInstance(statistics.nextInstance - 1); }
+    const cActInstance* latestInstance() const { return latest; }
 
 protected:
     cNodeAct();
@@ -89,28 +89,27 @@ protected:
 private:
     friend class cActInstance;
 
-    struct cRunning {
-        std::int32_t instanceId;
-        std::shared_ptr<cActInstance> instance;
-    };
-    const cRunning* findRunning(std::int32_t instanceId) const;
-    void forgetRunning(std::int32_t instanceId);
+    cActInstance& beginInstance(const cHoldings& held, double start);
+    void forgetInstance(cActInstance& instance);
     void countInterval(double interval);
     void countDuration(double duration, double end);
     void sendFlows();
+    const std::vector<cLink*>& burstLinks();
     void runEventCode(const cStatementList& code);
 
     cStatementList onStartStatements;
     cStatementList beforeEndStatements;
     cStatementList onEndStatements;
     cExpression durationExpr;
-    /// Running instances by ascending number, and empty places of ended ones, of which there are never more.
-    std::vector<cRunning> runningInstances;
-    std::size_t emptyPlaces = 0;
+    std::vector<cActInstancePtr> instances;     // those that run, and those that wait to become later ones
+    std::vector<cActInstance*> endedInstances;  // the latter
+    cActInstance* latest = nullptr;
     cStatistics statistics;
-    double durSpread = 0.0;       // running sum of squared deviations
-    std::int32_t durCount = 0;    // durations counted
-    double interSpread = 0.0;     // running sum of squared deviations
-    std::int32_t interCount = 0;  // never raised; see countInterval
+    std::vector<cLink*> linksToTell;       // the out-links whose successors heed bursts, or that have none
+    std::uint64_t linksToTellVersion = 0;  // of the names, for which these are they
+    double durSpread = 0.0;                // running sum of squared deviations
+    std::int32_t durCount = 0;             // durations counted
+    double interSpread = 0.0;              // running sum of squared deviations
+    std::int32_t interCount = 0;           // never raised; see countInterval
     bool hasInterval = false;
 };

@@ -1,17 +1,19 @@
 #pragma once
 
-#include "flow/resource.h"
+#include "flow/holdings.h"
 
 #include <cstdint>
-#include <string>
 
 class cNodeAct;
 
-/// One running instance of an activity. Shared by the activity and the calendar, whichever lets go last.
-class cActInstance {
+/// One running instance of an activity. Shared by the activity and the calendar, whichever lets go last. The activity
+/// uses the object again for later instances.
+class cActInstance : public cCounted {
 public:
-    cActInstance(cNodeAct& owner, std::int32_t id, double start, cHoldings held);
+    cActInstance(cNodeAct& owner, std::int32_t id, double start, const cHoldings& held);
 
+    /// Becomes another instance of the activity, which holds `held`.
+    void begin(std::int32_t id, double start, const cHoldings& held);
     /// Fixes how long the instance lasts, and counts it in the owner's statistics. May be negative.
     void setDuration(double duration);
 
@@ -19,19 +21,24 @@ public:
     double getEndTime() const { return endTime; }
     double getDuration() const { return instanceDuration; }
     std::int32_t getInstanceId() const { return instanceId; }
-    const std::string& getOwnerName() const { return ownerName; }
     cNodeAct* getOwnerActivity() const { return ownerActivity; }
-    /// The version of the model's names when the instance was made.
+    /// The version of the model's names when the instance began.
     std::uint64_t getNamesVersion() const { return namesVersion; }
     const cHoldings& getResources() const { return instanceResources; }
 
+    bool isRunning() const { return running; }
+
 private:
-    std::string ownerName;  // the activity's name at the start
+    friend class cNodeAct;
+
+    cNodeAct* ownerActivity;
+    std::int32_t instanceId = 0;
+    std::uint64_t namesVersion = 0;
     double startTime = 0.0;
     double endTime = 0.0;
     double instanceDuration = 0.0;
-    std::int32_t instanceId = 0;
-    cNodeAct* ownerActivity = nullptr;
-    std::uint64_t namesVersion = 0;
     cHoldings instanceResources;
+    bool running = false;  // for the activity to say
 };
+
+using cActInstancePtr = cShared<cActInstance>;

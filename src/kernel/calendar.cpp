@@ -15,27 +15,15 @@ cCalendar::cKey cCalendar::keyOf(double time, std::uint64_t order) {
     return static_cast<cKey>(ordered) << 64 | order;
 }
 
-std::uint32_t cCalendar::keep(std::shared_ptr<cActInstance> instance) {
-    if (room.empty()) {
-        instances.push_back(std::move(instance));
-        return static_cast<std::uint32_t>(instances.size()) - 1;
-    }
-    const std::uint32_t place = room.back();
-    room.pop_back();
-    instances[place] = std::move(instance);
-    return place;
-}
-
-void cCalendar::insert(std::shared_ptr<cActInstance> instance) {
+void cCalendar::insert(cShared<cActInstance> instance) {
     const double end = instance->getEndTime();
-    const std::uint32_t place = keep(std::move(instance));
     ++count;
     if (std::isnan(end)) {
-        aside.push_back({place, std::move(heap)});
+        aside.push_back({instance.release(), std::move(heap)});
         heap.clear();
         return;
     }
-    const cEntry entry{keyOf(end, ++scheduled), place};
+    const cEntry entry{keyOf(end, ++scheduled), instance.release()};
     heap.push_back(entry);
     siftUp(entry);
 }
@@ -65,48 +53,43 @@ void cCalendar::siftDown(const cEntry& entry) {
     heap[hole] = entry;
 }
 
-const std::shared_ptr<cActInstance>& cCalendar::front() const {
-    return instances[heap.empty() ? aside.back().place : heap.front().place];
-}
-
-std::uint32_t cCalendar::takePlace() {
+cActInstance* cCalendar::releaseFront() {
     if (heap.empty()) {
-        const std::uint32_t place = aside.back().place;
+        cActInstance* instance = aside.back().instance;
         heap = std::move(aside.back().heap);
         aside.pop_back();
-        return place;
+        return instance;
     }
-    const std::uint32_t place = heap.front().place;
+    cActInstance* instance = heap.front().instance;
     const cEntry last = heap.back();
     heap.pop_back();
     if (!heap.empty()) siftDown(last);
-    return place;
+    return instance;
 }
 
-std::shared_ptr<cActInstance> cCalendar::takeFront() {
-    const std::uint32_t place = takePlace();
+cShared<cActInstance> cCalendar::takeFront() {
     --count;
-    room.push_back(place);
-    return std::move(instances[place]);
+    return cShared<cActInstance>::adopt(releaseFront());
 }
 
 void cCalendar::clear() {
-    instances.clear();
-    room.clear();
-    heap.clear();
-    aside.clear();
+    while (!empty()) {
+        for (const cEntry& entry : heap) cShared<cActInstance>::adopt(entry.instance);
+        heap.clear();
+        if (!aside.empty()) cShared<cActInstance>::adopt(releaseFront());
+    }
     count = 0;
 }
 
-std::vector<std::shared_ptr<cActInstance>> cCalendar::inOrder() const {
-    std::vector<std::shared_ptr<cActInstance>> ordered;
+std::vector<cShared<cActInstance>> cCalendar::inOrder() const {
+    std::vector<cShared<cActInstance>> ordered;
     const auto append = [&](cHeap entries) {
         std::ranges::sort(entries, {}, &cEntry::key);
-        for (const cEntry& entry : entries) ordered.push_back(instances[entry.place]);
+        for (const cEntry& entry : entries) ordered.emplace_back(entry.instance);
     };
     append(heap);
     for (auto behind = aside.rbegin(); behind != aside.rend(); ++behind) {
-        ordered.push_back(instances[behind->place]);
+        ordered.emplace_back(behind->instance);
         append(behind->heap);
     }
     return ordered;

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "flow/counted.h"
+
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 class cActInstance;
@@ -16,37 +17,40 @@ class cActInstance;
 /// Cost: the logarithm of the number of instances.
 class cCalendar {
 public:
+    cCalendar() = default;
+    ~cCalendar() { clear(); }
+    cCalendar(const cCalendar&) = delete;
+    cCalendar& operator=(const cCalendar&) = delete;
+
     bool empty() const { return heap.empty() && aside.empty(); }
     std::size_t size() const { return count; }
-    const std::shared_ptr<cActInstance>& front() const;
-    void insert(std::shared_ptr<cActInstance> instance);
-    std::shared_ptr<cActInstance> takeFront();
+    /// The next one. Only of a calendar that isn't empty, as `takeFront`.
+    const cActInstance& front() const { return *(heap.empty() ? aside.back().instance : heap.front().instance); }
+    void insert(cShared<cActInstance> instance);
+    cShared<cActInstance> takeFront();
     void clear();
 
     /// All instances in their order. Cost: a sort.
-    std::vector<std::shared_ptr<cActInstance>> inOrder() const;
+    std::vector<cShared<cActInstance>> inOrder() const;
 
 private:
     __extension__ using cKey = unsigned __int128;  // the time, in the order of numbers, and behind it the order
     struct cEntry {
         cKey key;
-        std::uint32_t place;  // in `instances`
+        cActInstance* instance;  // held
     };
     using cHeap = std::vector<cEntry>;
     /// What stands behind an instance whose end is not a number.
     struct cAside {
-        std::uint32_t place;
+        cActInstance* instance;  // held
         cHeap heap;
     };
 
     static cKey keyOf(double time, std::uint64_t order);
-    std::uint32_t keep(std::shared_ptr<cActInstance> instance);
-    std::uint32_t takePlace();
+    cActInstance* releaseFront();
     void siftUp(const cEntry& entry);
     void siftDown(const cEntry& entry);
 
-    std::vector<std::shared_ptr<cActInstance>> instances;  // in no order; null where there is room
-    std::vector<std::uint32_t> room;
     cHeap heap;
     std::vector<cAside> aside;  // the last one is next
     std::uint64_t scheduled = 0;

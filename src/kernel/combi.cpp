@@ -5,8 +5,6 @@
 #include "language/rounding.h"
 #include "language/symbols.h"
 
-#include <utility>
-
 namespace {
 
 constexpr const char* alwaysOpen = "1";
@@ -24,20 +22,21 @@ cNodeActCombi::~cNodeActCombi() {
 
 bool cNodeActCombi::attempt() {
     if (!isTrue(semaphore.evaluate())) {
-        traceAttempt(network(), getName(), attemptResult::semaphore);
+        network().trace.attempt(network().simTime, getName(), attemptResult::semaphore);
         return false;
     }
     if (!queuesSupport()) {
         queueChanged = false;
         if (!mayAttempt()) network().combisToTry.unmark(orderPlace);
-        traceAttempt(network(), getName(), attemptResult::queueSupport);
+        network().trace.attempt(network().simTime, getName(), attemptResult::queueSupport);
         return false;
     }
     activeMark = true;  // until the end of an instance lowers it
-    traceAttempt(network(), getName(), attemptResult::success);
+    network().trace.attempt(network().simTime, getName(), attemptResult::success);
     beforeDraws();
     drawFromQueues();
-    startInstance(std::exchange(holdings, {}), network().simTime, durationByExpression);
+    startInstance(holdings, network().simTime, durationByExpression);
+    holdings.clear();
     refreshElement();
     return true;
 }
@@ -49,7 +48,7 @@ bool cNodeActCombi::queuesSupport() {
 }
 
 void cNodeActCombi::drawFromQueues() {
-    for (cLink* link : inLinkWalk()) addHoldings(link->draw());
+    for (cLink* link : inLinkWalk()) link->draw(*this);
 }
 
 void cNodeActCombi::beforeDraws() { runStatementList(beforeDrawsStatements, network()); }

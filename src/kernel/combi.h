@@ -27,6 +27,7 @@ public:
 
     /// A queue in front of the Combi may have changed.
     void markQueueChanged() {
+        if (queueChanged) return;  // and marked already
         queueChanged = true;
         network().combisToTry.mark(orderPlace);
     }

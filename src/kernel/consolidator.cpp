@@ -6,7 +6,7 @@ cNodeConsolidator::cNodeConsolidator() : firingCondition(*network().symbols, "1"
     setName("Consolidator" + std::to_string(getElementCounter()));
 }
 
-void cNodeConsolidator::receive(cResPtr resource) {
+void cNodeConsolidator::receive(cRes& resource) {
     addHolding(resource);
     if (!gathering) beginGathering();
     if (!isTrue(firingCondition.evaluate())) return;

@@ -18,10 +18,11 @@ public:
 
     std::string getKind() const override { return "CONSOLIDATOR"; }
 
+    bool heedsBursts() const override { return false; }
     void flowBegin() override {}
     /// Takes `resource` in, and tests the firing condition: for each resource, not for each firing.
     /// @throws cException if the condition or the ONSTART code fails; the resources stay.
-    void receive(cResPtr resource) override;
+    void receive(cRes& resource) override;
     void flowEnd() override {}
     void flowSettle() override {}
 

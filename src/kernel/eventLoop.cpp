@@ -148,7 +148,7 @@ bool cNetwork::advanceClock() {
     if (simState != runIsOn || calendar.empty()) return false;
 
     runBeforeTimeAdvance();
-    simTime = calendar.front()->getEndTime();
+    simTime = calendar.front().getEndTime();
     runAfterTimeAdvance();
     endInstancesAt(simTime);
     return true;
@@ -156,11 +156,11 @@ bool cNetwork::advanceClock() {
 
 /// All ends of one time come before Combis are tried again, those too that are put on the calendar meanwhile.
 void cNetwork::endInstancesAt(double time) {
-    while (!calendar.empty() && calendar.front()->getEndTime() == time) {
-        const std::shared_ptr<cActInstance> instance = calendar.takeFront();
+    while (!calendar.empty() && calendar.front().getEndTime() == time) {
+        const cShared<cActInstance> instance = calendar.takeFront();
         if (stopRequested) return;
 
-        if (cNodeAct* activity = activityOf(*instance)) activity->endInstance(instance->getInstanceId());
+        if (cNodeAct* activity = activityOf(*instance)) activity->endInstance(instance);
         breathe();
     }
 }
@@ -179,7 +179,7 @@ cNodeAct* cNetwork::activityOf(const cActInstance& instance) const {
 }
 
 /// An end time isn't checked: an instance of negative duration goes to the front, and the clock then runs backwards.
-void cNetwork::scheduleInstance(std::shared_ptr<cActInstance> instance) {
+void cNetwork::scheduleInstance(cShared<cActInstance> instance) {
     if (simState != runIsOn) return;
     calendar.insert(std::move(instance));
 }

@@ -5,10 +5,6 @@
 
 #include <chrono>
 
-void runStatementList(const cStatementList& list, cNetwork& network) {
-    for (std::size_t i = 0; i < list.size(); ++i) list[i]->execute(network);
-}
-
 std::int64_t cNetwork::calendarSeconds() {
     const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
     return std::chrono::duration_cast<std::chrono::seconds>(sinceEpoch).count();

@@ -28,7 +28,9 @@ class cSymbols;
 using cStatementList = std::vector<std::unique_ptr<cStatement>>;
 
 /// Runs a list from first to last. The size is read anew at each step, so a statement can't invalidate the walk.
-void runStatementList(const cStatementList& list, cNetwork& network);
+inline void runStatementList(const cStatementList& list, cNetwork& network) {
+    for (std::size_t i = 0; i < list.size(); ++i) list[i]->execute(network);
+}
 
 /// The model and its simulator in one: registry of elements, clock, calendar, main loop and compiled code.
 ///
@@ -91,7 +93,7 @@ public:
     /// can run past them, and a high number then stands behind entries of lower priority.
     void orderCombis();
     /// Puts an instance on the calendar, behind all that end earlier or at the same time.
-    void scheduleInstance(std::shared_ptr<cActInstance> instance);
+    void scheduleInstance(cShared<cActInstance> instance);
     /// Readies the network and every element for the next replication.
     void resetRun();
     /// One turn of a loop that the model may keep from ending; see cBreath.
@@ -136,7 +138,6 @@ public:
     const std::unique_ptr<cRunStatistics> runStatistics;
 
     cNameMap<std::unique_ptr<cResType>> resourceTypes;
-    std::map<std::string, cResChar*> resources;  ///< living characterized resources that INIT made
     cNameMap<std::shared_ptr<cNetworkElement>> elements;
     /// The Combis among `elements`, each under the name that it was entered with, also after a renaming.
     std::map<std::string, cNodeActCombi*> combis;

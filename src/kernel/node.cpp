@@ -4,13 +4,6 @@
 
 namespace {
 
-std::vector<cLink*> walkOf(const std::map<std::string, cLink*>& links) {
-    std::vector<cLink*> walk;
-    walk.reserve(links.size());
-    for (const auto& [name, link] : links) walk.push_back(link);
-    return walk;
-}
-
 void eraseLink(std::map<std::string, cLink*>& links, const cLink* link) {
     const auto entry = links.find(link->getName());
     if (entry != links.end() && entry->second == link)
@@ -21,6 +14,12 @@ void eraseLink(std::map<std::string, cLink*>& links, const cLink* link) {
 
 }  // namespace
 
+void cNode::cWalk::make(const cLinks& attached) {
+    links.clear();
+    for (const auto& [name, link] : attached) links.push_back(link);
+    isMade = true;
+}
+
 cNode::~cNode() {
     while (!inLinks.empty()) inLinks.begin()->second->setSuccNode(nullptr);
     while (!outLinks.empty()) outLinks.begin()->second->setPredNode(nullptr);
@@ -30,22 +29,22 @@ void cNode::addInLink(cLink* link) {
     const auto present = inLinks.find(link->getName());
     if (present != inLinks.end() && present->second != link) present->second->setSuccNode(nullptr);
     inLinks[link->getName()] = link;
-    inWalk = walkOf(inLinks);
+    inWalk.forget();
 }
 
 void cNode::addOutLink(cLink* link) {
     const auto present = outLinks.find(link->getName());
     if (present != outLinks.end() && present->second != link) present->second->setPredNode(nullptr);
     outLinks[link->getName()] = link;
-    outWalk = walkOf(outLinks);
+    outWalk.forget();
 }
 
 void cNode::removeInLink(cLink* link) {
     eraseLink(inLinks, link);
-    inWalk = walkOf(inLinks);
+    inWalk.forget();
 }
 
 void cNode::removeOutLink(cLink* link) {
     eraseLink(outLinks, link);
-    outWalk = walkOf(outLinks);
+    outWalk.forget();
 }

@@ -26,12 +26,30 @@ public:
     const std::map<std::string, cLink*>& getInLinks() const { return inLinks; }
     const std::map<std::string, cLink*>& getOutLinks() const { return outLinks; }
     /// The same links in the same order, for the walks of every event.
-    const std::vector<cLink*>& inLinkWalk() const { return inWalk; }
-    const std::vector<cLink*>& outLinkWalk() const { return outWalk; }
+    const std::vector<cLink*>& inLinkWalk() const { return inWalk.of(inLinks); }
+    const std::vector<cLink*>& outLinkWalk() const { return outWalk.of(outLinks); }
 
 private:
-    std::map<std::string, cLink*> inLinks;
-    std::map<std::string, cLink*> outLinks;
-    std::vector<cLink*> inWalk;
-    std::vector<cLink*> outWalk;
+    using cLinks = std::map<std::string, cLink*>;
+
+    /// Links in a row. Made at the first walk after a change: many links come one after the other.
+    class cWalk {
+    public:
+        const std::vector<cLink*>& of(const cLinks& attached) {
+            if (!isMade) make(attached);
+            return links;
+        }
+        void forget() { isMade = false; }
+
+    private:
+        void make(const cLinks& attached);
+
+        std::vector<cLink*> links;
+        bool isMade = true;
+    };
+
+    cLinks inLinks;
+    cLinks outLinks;
+    mutable cWalk inWalk;
+    mutable cWalk outWalk;
 };

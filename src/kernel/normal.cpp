@@ -6,8 +6,8 @@ void cNodeActNormal::flowBegin() {
     if (++pendingFlows == 1) activeMark = true;
 }
 
-void cNodeActNormal::receive(cResPtr resource) {
-    if (resource->quantity() != 0.0) mergeHolding(resource);
+void cNodeActNormal::receive(cRes& resource) {
+    if (resource.quantity() != 0.0) mergeHolding(resource);
 }
 
 void cNodeActNormal::flowEnd() {

@@ -15,7 +15,7 @@ public:
 
     void flowBegin() override;
     /// Takes `resource` in, but no amount of 0.
-    void receive(cResPtr resource) override;
+    void receive(cRes& resource) override;
     /// Starts an instance with all that came, when the last open flow closes. Also if nothing came.
     void flowEnd() override;
     void flowSettle() override { activeMark = false; }

@@ -23,7 +23,7 @@ void cNodeQueue::closeSegment() {
     statistics.lastChange = now;
 }
 
-void cNodeQueue::receive(cResPtr resource) {
+void cNodeQueue::receive(cRes& resource) {
     closeSegment();
     if (isGeneric(resType))
         receiveAmount(resource);
@@ -33,30 +33,30 @@ void cNodeQueue::receive(cResPtr resource) {
     redrawQueue();
 }
 
-void cNodeQueue::receiveAmount(const cResPtr& resource) {
-    const cResGen* received = resource->asAmount();
-    if (received == nullptr) failOnFamily(*resource);
+void cNodeQueue::receiveAmount(cRes& resource) {
+    const cResGen* received = resource.asAmount();
+    if (received == nullptr) failOnFamily(resource);
 
     accumulator().add(*received);
     statistics.curCount += received->getAmount();
     statistics.totCount += received->getAmount();
-    runEntryCode(*resource);
+    runEntryCode(resource);
 }
 
-void cNodeQueue::receiveInstance(const cResPtr& resource) {
-    cResChar* received = resource->asInstance();
-    if (received == nullptr) failOnFamily(*resource);
+void cNodeQueue::receiveInstance(cRes& resource) {
+    cResChar* received = resource.asInstance();
+    if (received == nullptr) failOnFamily(resource);
 
     const cSymbols::cResourceInHand inHand(*network().symbols, received);
     received->timeIn = network().simTime;
     const double key = orderKeyOf(resource);
     std::size_t place = orderKey.isQuiet() ? contentsList.size() : 0;  // a quiet key is the same for all
-    while (place < contentsList.size() && !(orderKeyOf(contentsList[place]) > key)) {
+    while (place < contentsList.size() && !(orderKeyOf(*contentsList[place]) > key)) {
         ++place;
         network().breathe();
     }
     contentsList.insert(contentsList.begin() + static_cast<std::ptrdiff_t>(std::min(place, contentsList.size())),
-                        resource);
+                        cResPtr(received));
     statistics.curCount += 1.0;
     statistics.totCount += 1.0;
     runEntryCode(*received);
@@ -68,19 +68,17 @@ void cNodeQueue::runEntryCode(cRes& resource) {
 }
 
 void cNodeQueue::onEntry() {
-    traceEntry(network());
+    network().trace.entry();
     network().eventPoint();
     runStatementList(onEntryStatements, network());
 }
 
 void cNodeQueue::onDrawFrom() {
-    traceDraw(network(), getName(), statistics.curCount, statistics.totCount);
+    network().trace.draw(network().simTime, getName(), statistics.curCount, statistics.totCount);
     network().eventPoint();
 }
 
-double cNodeQueue::orderKeyOf(const cResPtr& resource) const {
-    return keyOf(resource, orderKey, {}, *network().symbols);
-}
+double cNodeQueue::orderKeyOf(cRes& resource) const { return keyOf(resource, orderKey, {}, *network().symbols); }
 
 double cNodeQueue::drawAmount(double amount) {
     closeSegment();
@@ -125,7 +123,7 @@ void cNodeQueue::setResType(cResType* newType) {
 
 void cNodeQueue::emptyContents() {
     contentsList.clear();
-    if (isGeneric(resType)) contentsList.push_back(std::make_shared<cResGen>(getResType(), 0.0));
+    if (isGeneric(resType)) contentsList.push_back(makeCounted<cResGen>(getResType(), 0.0));
 }
 
 cResGen& cNodeQueue::accumulator() { return static_cast<cResGen&>(*contentsList.front()); }

@@ -19,10 +19,11 @@ public:
 
     std::string getKind() const override { return "QUEUE"; }
 
+    bool heedsBursts() const override { return false; }
     void flowBegin() override {}
     /// Takes `resource` in, at its place in the order, and runs the ONENTRY code. Cost: O(content).
     /// @throws cException (code 2) for a resource of the other family than the queue's; what order key and code throw.
-    void receive(cResPtr resource) override;
+    void receive(cRes& resource) override;
     void flowEnd() override {}
     /// Wakes the Combis behind the queue.
     void flowSettle() override { markCombis(); }
@@ -59,7 +60,7 @@ public:
     double evaluateInitialContent() const { return initialContent.evaluate(); }
     void addOnEntryStatement(const std::string& text);
 
-    double orderKeyOf(const cResPtr& resource) const;
+    double orderKeyOf(cRes& resource) const;
     /// Statistics since the last reset, times in the model's own unit.
     struct cStatistics {
         double curCount = 0.0;
@@ -82,8 +83,8 @@ public:
 
 private:
     void closeSegment();
-    void receiveAmount(const cResPtr& resource);
-    void receiveInstance(const cResPtr& resource);
+    void receiveAmount(cRes& resource);
+    void receiveInstance(cRes& resource);
     void runEntryCode(cRes& resource);
     void emptyContents();
     void markCombis();

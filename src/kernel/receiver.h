@@ -8,10 +8,12 @@
 /// cException where rules or code of the model fail.
 class cNodeReceiver : public virtual cNode {
 public:
+    /// Whether the node does something when a burst begins and ends. A walk may leave out one that doesn't.
+    virtual bool heedsBursts() const { return true; }
     /// A burst of flow is about to come.
     virtual void flowBegin() = 0;
     /// Takes a resource in.
-    virtual void receive(cResPtr resource) = 0;
+    virtual void receive(cRes& resource) = 0;
     /// The firing is over.
     virtual void flowSettle() = 0;
     /// The burst is over, and what came can be acted on.

@@ -22,6 +22,8 @@ cRunStatistics::cRunStatistics(cNetwork& measured) : network(measured) {
     if (!noDirectory) temporaryPath = directory / "my_temp_file.txt";
 }
 
+cRunStatistics::~cRunStatistics() = default;
+
 void cRunStatistics::resetResults() {
     replicationCount = 0;
     pendingLines.clear();
@@ -34,6 +36,7 @@ void cRunStatistics::resetResults() {
 
 void cRunStatistics::prepare() {
     labels.clear();
+    compiledResults.clear();
     for (const auto& [label, text] : network.resultExpressions) labels.push_back(label);
     names = currentNames();
     means.assign(names.size(), 0.0);
@@ -56,12 +59,22 @@ std::vector<std::string> cRunStatistics::currentNames() const {
     return present;
 }
 
-std::vector<double> cRunStatistics::currentRow() const {
+/// The value of an expression that would be compiled now, with its trial. Compiled it is but once.
+double cRunStatistics::resultOf(const std::string& label) {
+    const std::string text = network.resultExpressions[label];
+    cResult& kept = compiledResults[label];
+    if (kept.expression != nullptr && kept.text == text) return kept.expression->evaluateAnew();
+
+    kept.expression = nullptr;
+    auto expression = std::make_unique<const cExpression>(*network.symbols, text);
+    const double value = expression->evaluate();
+    kept = {text, std::move(expression)};
+    return value;
+}
+
+std::vector<double> cRunStatistics::currentRow() {
     std::vector<double> row{network.simTime};
-    for (const std::string& label : labels) {
-        const cExpression expression(*network.symbols, network.resultExpressions[label]);
-        row.push_back(expression.evaluate());
-    }
+    for (const std::string& label : labels) row.push_back(resultOf(label));
     network.forEachElement([&](cNetworkElement& element) { appendColumnValues(element, row); });
     row.resize(means.size(), std::numeric_limits<double>::quiet_NaN());  // an element may have gone since the header
     return row;

@@ -3,9 +3,11 @@
 #include <cstdint>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
+class cExpression;
 class cNetwork;
 
 /// What a run gathers: the running mean of every figure over the replications, one text line per replication, and the
@@ -17,6 +19,9 @@ class cNetwork;
 class cRunStatistics {
 public:
     explicit cRunStatistics(cNetwork& measured);
+    ~cRunStatistics();
+    cRunStatistics(const cRunStatistics&) = delete;
+    cRunStatistics& operator=(const cRunStatistics&) = delete;
 
     /// Where lines go. The default is "my_temp_file.txt" in the system's temporary directory, which two programs that
     /// run at the same time would share.
@@ -46,13 +51,21 @@ public:
     std::map<std::string, std::string> printTexts;  ///< what PRINT collected, by key
 
 private:
+    /// An ADDTORESULTS text that has been evaluated.
+    struct cResult {
+        std::string text;
+        std::unique_ptr<const cExpression> expression;
+    };
+
     std::vector<std::string> currentNames() const;
-    std::vector<double> currentRow() const;
+    std::vector<double> currentRow();
+    double resultOf(const std::string& label);
     std::string formLine(const std::vector<double>& row) const;
 
     cNetwork& network;
     std::int32_t replicationCount = 0;
     std::vector<std::string> labels;
+    std::map<std::string, cResult> compiledResults;  // by label
     std::vector<std::string> names{"SimTime"};
     std::vector<double> means{0.0};
     std::vector<double> squaredDeviations{0.0};  // running sums; shown nowhere

@@ -48,39 +48,12 @@ std::vector<std::string> cTrace::lines() const {
 
 void cNetwork::addTraceLine(std::string line) { trace.addText(std::move(line)); }
 
-void traceAttempt(cNetwork& network, const std::string& combi, std::string_view result) {
-    if (network.trace.isFull()) return;
-    network.trace.add(
-        {.form = cTrace::eForm::attempt, .time = network.simTime, .word = result, .name = cTrace::cName(combi)});
+void cTrace::branch(double time, const std::string& fork, bool isChosen, double runningSum,
+                    const std::string& successor) {
+    add({.form = eForm::branch,
+         .time = time,
+         .word = isChosen ? chosen : notChosen,
+         .first = runningSum,
+         .name = cName(fork),
+         .successor = cName(successor)});
 }
-
-void traceEnd(cNetwork& network, std::string_view action, const std::string& activity, std::int32_t instanceId) {
-    if (network.trace.isFull()) return;
-    network.trace.add({.form = cTrace::eForm::end,
-                       .number = instanceId,
-                       .time = network.simTime,
-                       .word = action,
-                       .name = cTrace::cName(activity)});
-}
-
-void traceDraw(cNetwork& network, const std::string& queue, double curCount, double totCount) {
-    if (network.trace.isFull()) return;
-    network.trace.add({.form = cTrace::eForm::draw,
-                       .time = network.simTime,
-                       .first = curCount,
-                       .second = totCount,
-                       .name = cTrace::cName(queue)});
-}
-
-void traceBranch(cNetwork& network, const std::string& fork, bool isChosen, double runningSum,
-                 const std::string& successor) {
-    if (network.trace.isFull()) return;
-    network.trace.add({.form = cTrace::eForm::branch,
-                       .time = network.simTime,
-                       .word = isChosen ? chosen : notChosen,
-                       .first = runningSum,
-                       .name = cTrace::cName(fork),
-                       .successor = cTrace::cName(successor)});
-}
-
-void traceEntry(cNetwork& network) { network.trace.add({}); }

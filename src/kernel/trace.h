@@ -63,12 +63,30 @@ public:
     void restart() {
         records.clear();
         texts.clear();
+        full = false;
     }
-    bool isFull() const { return records.size() + 1 >= traceCapacity; }
-    /// Takes a record in; does nothing while the trace is full.
-    void add(const cRecord& record) {
-        if (!isFull()) records.push_back(record);
+    bool isFull() const { return full; }
+    // What is recorded, and its time in the model's own unit.
+
+    /// A Combi was tried. `result` is one of those above.
+    void attempt(double time, const std::string& combi, std::string_view result) {
+        if (!full) add({.form = eForm::attempt, .time = time, .word = result, .name = cName(combi)});
     }
+    /// The code of an activity before or after its end is about to run: `action` is "BEFOREEND" or "ONEND".
+    void end(double time, std::string_view action, const std::string& activity, std::int32_t instanceId) {
+        if (!full)
+            add({.form = eForm::end, .number = instanceId, .time = time, .word = action, .name = cName(activity)});
+    }
+    /// Something was drawn from a queue, which now holds `curCount` of the `totCount` that it has ever received.
+    void draw(double time, const std::string& queue, double curCount, double totCount) {
+        if (!full)
+            add({.form = eForm::draw, .time = time, .first = curCount, .second = totCount, .name = cName(queue)});
+    }
+    /// A Fork has drawn a branch: a line for each of its out-links. `runningSum` is the share of the strengths up to
+    /// it.
+    void branch(double time, const std::string& fork, bool isChosen, double runningSum, const std::string& successor);
+    /// Something entered a queue: a line without a text.
+    void entry() { add({}); }
     /// Takes a line in as it is.
     void addText(std::string line);
     /// How many lines there are, the header among them.
@@ -77,20 +95,15 @@ public:
     std::vector<std::string> lines() const;
 
 private:
+    /// Takes a record in; does nothing while the trace is full.
+    void add(const cRecord& record) {
+        if (full) return;
+        records.push_back(record);
+        full = size() >= traceCapacity;
+    }
     std::string lineOf(const cRecord& record) const;
 
     std::vector<cRecord> records;
+    bool full = false;
     std::vector<std::string> texts;
 };
-
-/// A Combi was tried. `result` is one of those above.
-void traceAttempt(cNetwork& network, const std::string& combi, std::string_view result);
-/// The code of an activity before or after its end is about to run: `action` is "BEFOREEND" or "ONEND".
-void traceEnd(cNetwork& network, std::string_view action, const std::string& activity, std::int32_t instanceId);
-/// Something was drawn from a queue, which now holds `curCount` of the `totCount` that it has ever received.
-void traceDraw(cNetwork& network, const std::string& queue, double curCount, double totCount);
-/// A Fork has drawn a branch: a line for each of its out-links. `runningSum` is the share of the strengths up to it.
-void traceBranch(cNetwork& network, const std::string& fork, bool isChosen, double runningSum,
-                 const std::string& successor);
-/// Something entered a queue: a line without a text.
-void traceEntry(cNetwork& network);

@@ -6,17 +6,21 @@
 #include <cstdint>
 #include <string>
 
-/// What an operand means: a number, or where to read one. Unless it is lasting it holds for this moment alone.
+/// What an operand means: a number, or where or how to read one. Unless it is lasting it holds for this moment alone.
 struct cMeaning {
     double number = 0.0;
-    double (*read)(const void* subject, const void* detail) = nullptr;  ///< null for a number
+    const double* place = nullptr;                                      ///< where the number stands
+    double (*read)(const void* subject, const void* detail) = nullptr;  ///< how to work it out
     const void* subject = nullptr;
     const void* detail = nullptr;
     bool isLasting = false;  ///< holds until `namesVersion` of the context moves
     bool isOfOwner = false;  ///< lasts for expressions of the same owner only
     bool isFormula = false;  ///< reading it is an evaluation, with all that one can do
 
-    double value() const { return read == nullptr ? number : read(subject, detail); }
+    double value() const {
+        if (place != nullptr) return *place;
+        return read == nullptr ? number : read(subject, detail);
+    }
 };
 
 /// What an expression asks of the model around it.

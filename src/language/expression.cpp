@@ -1,6 +1,7 @@
 #include "language/expression.h"
 
 #include "language/exception.h"
+#include "language/rounding.h"
 
 #include <string_view>
 
@@ -36,6 +37,8 @@ void cExpression::compile(std::string newText, eTrial trial, const std::string& 
     std::vector<std::string> names;
     for (std::size_t i = 0; i + 1 < tokens.size(); ++i)
         if (tokens[i].row == nullptr) names.push_back(tokens[i].text);
+    std::erase_if(formerPrograms, [](const auto& former) { return !former->isWaiting(); });
+    if (program != nullptr && program->isWaiting()) formerPrograms.push_back(program);
     const auto compiled = std::make_shared<const cProgram>(isBalanced ? postfix : cTokens{}, names);
     program = compiled;
     isGet = text.size() >= shortestGet && text.starts_with(getOpening);
@@ -98,16 +101,18 @@ bool cExpression::convertToPostfix(const cTokens& tokens, cTokens& output) {
 }
 
 double cExpression::evaluateProgram(const std::string& owner) const {
-    if (isGet)
-        return context->hostGet(text.substr(getOpening.size(), text.size() - getOpening.size() - getClosingLength));
+    if (program->isUniformDraw()) return roundThroughText(context->randomStreams().first().uniform());
+    return isGet ? askHost() : program->run(*context, owner, text);
+}
 
-    const std::shared_ptr<const cProgram> running = program;
-    return running->run(*context, owner, text);
+double cExpression::askHost() const {
+    return context->hostGet(text.substr(getOpening.size(), text.size() - getOpening.size() - getClosingLength));
 }
 
 double cExpression::evaluateAnew(const std::string& owner) const {
-    const std::shared_ptr<const cProgram> compiled = program;
-    compiled->tryNames(*context, owner);
+    if (isQuiet(owner)) return evaluate(owner);  // the second time it would give the same
+
+    program->tryNames(*context, owner);
     if (!beginsWithGet) evaluate(owner);
     return evaluate(owner);
 }

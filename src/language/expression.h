@@ -37,7 +37,8 @@ public:
     /// throws.
     double evaluate(const std::string& owner = nobody) const {
         if (const std::optional<double>& fixed = program->constant()) return *fixed;
-        return program->isOperand() ? program->operandValue(*context, owner) : evaluateProgram(owner);
+        if (program->isOperand()) return program->operandValue(*context, owner);
+        return evaluateProgram(owner);
     }
 
     /// The value of an expression that would be compiled now from the same text, with its trial: names are tried, and
@@ -51,6 +52,12 @@ public:
     /// another one gives the same until the model moves. Names must have been looked up before to be known.
     bool isQuiet(const std::string& owner = nobody) const { return !isGet && program->isQuiet(*context, owner); }
 
+    /// Whether an evaluation for `owner` is known to ask no host and to run no VARIABLE: then nothing but the value and
+    /// the random numbers that it drew can tell that there was one. Names must have been looked up before to be known.
+    bool isSelfContained(const std::string& owner = nobody) const {
+        return !isGet && program->isSelfContained(*context, owner);
+    }
+
 private:
     static inline const std::string nobody;
 
@@ -59,12 +66,14 @@ private:
     static cTokens tokenise(const std::string& text);
     static bool convertToPostfix(const cTokens& tokens, cTokens& output);
     double evaluateProgram(const std::string& owner) const;
+    double askHost() const;
 
     cEvaluationContext* context;
     std::string text;
     bool beginsWithGet = false;  // nothing is tried then
     bool isGet = false;  // the text is nothing but GET("key"), and what is between the quotes is asked of the host
-    std::shared_ptr<const cProgram> program;  // never null; shared, so that an evaluation outlives a change of the text
+    std::shared_ptr<const cProgram> program;                      // never null
+    std::vector<std::shared_ptr<const cProgram>> formerPrograms;  // of former texts, that waited when it changed
 };
 
 /// The one test for truth of the language: any value but 0.0, a NaN included.

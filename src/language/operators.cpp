@@ -1,6 +1,5 @@
 #include "language/operators.h"
 
-#include "language/exception.h"
 #include "language/rounding.h"
 
 #include <algorithm>
@@ -15,7 +14,10 @@ using cSample = double (*)(cSampler&, std::span<const double>);
 constexpr double bracketPrecedence = 100.0;
 constexpr double functionPrecedence = 120.0;
 
-constexpr double truth(bool condition) { return condition ? 1.0 : 0.0; }
+double sum(double left, double right) { return left + right; }
+double difference(double left, double right) { return left - right; }
+double product(double left, double right) { return left * right; }
+double power(double left, double right) { return std::pow(left, right); }
 
 double divide(double left, double right) {
     if (right == 0.0) throw cException{failureCode::expression, "Division by 0.", {}, {}};
@@ -29,10 +31,33 @@ double remainder(double left, double right) {
     return truncateToInt32(left) % divisor;
 }
 
+constexpr double truth(bool condition) { return condition ? 1.0 : 0.0; }
+
+double isDifferent(double left, double right) { return truth(left != right); }
+double isEqual(double left, double right) { return truth(left == right); }
+double isLess(double left, double right) { return truth(left < right); }
+double isLessOrEqual(double left, double right) { return truth(left <= right); }
+double isGreater(double left, double right) { return truth(left > right); }
+double isGreaterOrEqual(double left, double right) { return truth(left >= right); }
+double areBoth(double left, double right) { return truth(left != 0.0 && right != 0.0); }
+double isEither(double left, double right) { return truth(left != 0.0 || right != 0.0); }
+
+template <cCombine combine>
+double rounded(double left, double right) {
+    return roundThroughText(combine(left, right));
+}
+
 constexpr cOperator bracket(std::string_view name) { return {name, 0, bracketPrecedence}; }
 
-constexpr cOperator binary(std::string_view name, double precedence, cCombine combine) {
-    return {name, 2, precedence, eOperatorKind::operatorOrBracket, combine};
+template <cCombine combine>
+constexpr cOperator binary(std::string_view name, double precedence) {
+    return {name, 2, precedence, eOperatorKind::operatorOrBracket, combine, rounded<combine>};
+}
+
+/// An operator whose values are whole numbers of 32 bits, which rounding leaves as they are.
+template <cCombine combine>
+constexpr cOperator binaryOfWhole(std::string_view name, double precedence) {
+    return {name, 2, precedence, eOperatorKind::operatorOrBracket, combine, combine};
 }
 
 constexpr cOperator unserved(std::string_view name, std::int32_t argCount, double precedence) {
@@ -40,11 +65,17 @@ constexpr cOperator unserved(std::string_view name, std::int32_t argCount, doubl
 }
 
 constexpr cOperator onStreamZero(std::string_view name, std::int32_t argCount, cSample sample) {
-    return {name, argCount, functionPrecedence, eOperatorKind::function, nullptr, sample};
+    return {name, argCount, functionPrecedence, eOperatorKind::function, nullptr, nullptr, sample};
 }
 
 constexpr cOperator onStream(std::string_view name, std::int32_t argCount, cSample sample) {
-    return {name, argCount, functionPrecedence, eOperatorKind::function, nullptr, sample, true};
+    return {name, argCount, functionPrecedence, eOperatorKind::function, nullptr, nullptr, sample, true};
+}
+
+/// A function whose parameters may keep its loop from ending.
+constexpr cOperator breathing(cOperator row) {
+    row.mayBreathe = true;
+    return row;
 }
 
 constexpr cOperator reserved(std::string_view name, std::int32_t argCount) {
@@ -65,31 +96,31 @@ double normal(cSampler& sampler, cArguments a) { return sampler.normal(a[0], a[1
 // By byte order of the names: the tokeniser takes the first row that fits. "%" binds as loosely as "+".
 constexpr std::array table{
     unserved("!", 1, 90.0),
-    binary("!=", 50.0, [](double left, double right) { return truth(left != right); }),
-    binary("%", 60.0, remainder),
-    binary("&", 45.0, [](double left, double right) { return truth(left != 0.0 && right != 0.0); }),
+    binaryOfWhole<isDifferent>("!=", 50.0),
+    binaryOfWhole<remainder>("%", 60.0),
+    binaryOfWhole<areBoth>("&", 45.0),
     bracket("("),
     bracket(")"),
-    binary("*", 70.0, [](double left, double right) { return left * right; }),
-    binary("+", 60.0, [](double left, double right) { return left + right; }),
+    binary<product>("*", 70.0),
+    binary<sum>("+", 60.0),
     cOperator{",", 0, 0.0, eOperatorKind::separator},
-    binary("-", 60.0, [](double left, double right) { return left - right; }),
-    binary("/", 70.0, divide),
-    binary("<", 50.0, [](double left, double right) { return truth(left < right); }),
-    binary("<=", 50.0, [](double left, double right) { return truth(left <= right); }),
-    binary("==", 50.0, [](double left, double right) { return truth(left == right); }),
-    binary(">", 50.0, [](double left, double right) { return truth(left > right); }),
-    binary(">=", 50.0, [](double left, double right) { return truth(left >= right); }),
+    binary<difference>("-", 60.0),
+    binary<divide>("/", 70.0),
+    binaryOfWhole<isLess>("<", 50.0),
+    binaryOfWhole<isLessOrEqual>("<=", 50.0),
+    binaryOfWhole<isEqual>("==", 50.0),
+    binaryOfWhole<isGreater>(">", 50.0),
+    binaryOfWhole<isGreaterOrEqual>(">=", 50.0),
     reserved("Beta", 2),
     reserved("Erlang", 2),
     onStreamZero("Exponential", 1, exponential),
     unserved("GET", 1, bracketPrecedence),
-    onStreamZero("Gamma", 2, gammaSample),
+    breathing(onStreamZero("Gamma", 2, gammaSample)),
     onStreamZero("Normal", 2, normal),
     reserved("NormalInv", 3),
     unserved("POST", 1, bracketPrecedence),
-    onStreamZero("Pert", 3, pert),
-    onStreamZero("Pertpg", 3, pertpg),
+    breathing(onStreamZero("Pert", 3, pert)),
+    breathing(onStreamZero("Pertpg", 3, pertpg)),
     onStreamZero("Rnd", 0, rnd),
     reserved("ScaledBeta", 4),
     reserved("StdNormalInv", 1),
@@ -97,19 +128,19 @@ constexpr std::array table{
     onStreamZero("Uniform", 2, uniform),
     bracket("["),
     bracket("]"),
-    binary("^", 80.0, [](double left, double right) { return std::pow(left, right); }),
+    binary<power>("^", 80.0),
     reserved("sBeta", 3),
     reserved("sErlang", 3),
     onStream("sExponential", 2, exponential),
-    onStream("sGamma", 3, gammaSample),
+    breathing(onStream("sGamma", 3, gammaSample)),
     onStream("sNormal", 3, normal),
-    onStream("sPert", 4, pert),
-    onStream("sPertpg", 4, pertpg),
+    breathing(onStream("sPert", 4, pert)),
+    breathing(onStream("sPertpg", 4, pertpg)),
     onStream("sRnd", 1, rnd),
     reserved("sScaledBeta", 5),
     onStream("sTriangular", 4, triangular),
     onStream("sUniform", 3, uniform),
-    binary("|", 40.0, [](double left, double right) { return truth(left != 0.0 || right != 0.0); }),
+    binaryOfWhole<isEither>("|", 40.0),
 };
 
 static_assert(std::ranges::is_sorted(table, {}, &cOperator::name));
@@ -143,18 +174,4 @@ const cOperator* operatorAt(std::string_view text, std::size_t position, std::si
     for (const cOperator& row : rowsBeginningWith(text[position]))
         if (standsAsKey(row, text, position, begin)) return &row;
     return nullptr;
-}
-
-double applyOperator(const cOperator& row, std::span<const double> arguments, cRandomStreams& streams,
-                     cBreath& breath) {
-    if (row.combine != nullptr) return row.combine(arguments[0], arguments[1]);
-    if (row.sample == nullptr)
-        throw cException{failureCode::expression, "Operator or Function not recognized.", {}, {}};
-
-    if (!row.lastIsStream) {
-        cSampler sampler(streams.first(), breath);
-        return row.sample(sampler, arguments);
-    }
-    cSampler sampler(streams.select(arguments.back()), breath);
-    return row.sample(sampler, arguments.first(arguments.size() - 1));
 }

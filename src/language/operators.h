@@ -1,6 +1,7 @@
 #pragma once
 
 #include "language/distributions.h"
+#include "language/exception.h"
 
 #include <cstdint>
 #include <span>
@@ -23,9 +24,12 @@ struct cOperator {
 
     /// The value of an operator of two operands, left before right. Null for brackets and what is not served.
     double (*combine)(double left, double right) = nullptr;
+    /// The same value, rounded. Null together with `combine`.
+    double (*combineRounded)(double left, double right) = nullptr;
     /// The value of a function, its arguments in written order without the stream number. Null if not served.
     double (*sample)(cSampler& sampler, std::span<const double> arguments) = nullptr;
     bool lastIsStream = false;  ///< the last argument is the number of the stream to draw from, else it is stream 0
+    bool mayBreathe = false;    ///< a sample may take so long that the host gets to process its events
 };
 
 /// The row of `name`, or null.
@@ -41,4 +45,16 @@ const cOperator* operatorAt(std::string_view text, std::size_t position, std::si
 
 /// The value of a row for its arguments in written order, not yet rounded.
 /// @throws cException (code 2) if the row has no implementation, or the operation fails.
-double applyOperator(const cOperator& row, std::span<const double> arguments, cRandomStreams& streams, cBreath& breath);
+inline double applyOperator(const cOperator& row, std::span<const double> arguments, cRandomStreams& streams,
+                            cBreath& breath) {
+    if (row.combine != nullptr) return row.combine(arguments[0], arguments[1]);
+    if (row.sample == nullptr)
+        throw cException{failureCode::expression, "Operator or Function not recognized.", {}, {}};
+
+    if (!row.lastIsStream) {
+        cSampler sampler(streams.first(), breath);
+        return row.sample(sampler, arguments);
+    }
+    cSampler sampler(streams.select(arguments.back()), breath);
+    return row.sample(sampler, arguments.first(arguments.size() - 1));
+}

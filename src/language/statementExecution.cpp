@@ -1,5 +1,6 @@
 // What each statement of the language does: one table of keywords, a function for each.
 
+#include "flow/compound.h"
 #include "kernel/activity.h"
 #include "kernel/network.h"
 #include "kernel/queue.h"
@@ -8,9 +9,9 @@
 #include "language/rounding.h"
 #include "language/statement.h"
 #include "language/symbols.h"
-#include "language/textFormat.h"
 #include "language/words.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 
@@ -25,10 +26,7 @@ struct cExecution {
 
     double value(std::size_t index) const { return statement.argumentValue(index, *network.symbols); }
 
-    /// The arguments from `first` on as one text, filled as a format.
-    std::string filledText(std::size_t first) const {
-        return formatText(network, joinWords(statement.getArguments(), first), statement.getText());
-    }
+    std::string filledText(std::size_t first) const { return statement.filledText(first, *network.symbols); }
 
     [[noreturn]] void fail(const std::string& message) const {
         throw cException{failureCode::statement, message + statement.getText(), {}, {}};
@@ -72,11 +70,15 @@ void setAttribute(const cExecution& run) {
 void initCompounds(const cExecution& run, cNodeQueue& queue, cResTypeCompound& type) {
     const double count = leadingNumber(run.argument(1));
     for (double i = 0.0; i < count; i += 1.0) {
-        const auto resource = std::make_shared<cResCompound>(&type);
-        queue.receive(resource);
-        resource->enterInLists();
+        const auto resource = makeCounted<cResCompound>(&type);
+        queue.receive(*resource);
         run.network.breathe();
     }
+}
+
+void initAmount(cNodeQueue& queue, cResType& type, double value) {
+    cResGen amount(&type, value);
+    queue.receive(amount);
 }
 
 void init(const cExecution& run) {
@@ -87,7 +89,7 @@ void init(const cExecution& run) {
     if (auto* compound = dynamic_cast<cResTypeCompound*>(type))
         initCompounds(run, *queue, *compound);
     else if (dynamic_cast<const cResTypeGen*>(type) != nullptr)
-        queue->receive(std::make_shared<cResGen>(type, run.value(1)));
+        initAmount(*queue, *type, run.value(1));
     else
         run.fail("Incorrect resource name in statement:\n");
 }
@@ -121,17 +123,29 @@ void assignToProperty(const cExecution& run) {
     if (property != resource->props.end()) property->second = value;
 }
 
+/// A place that is known holds as long as no name has changed, also while the value is worked out.
 void assign(const cExecution& run) {
-    if (!run.network.saveValues.contains(run.argument(0))) return assignToProperty(run);
+    cStatement::cTarget& target = run.statement.target();
+    const std::uint64_t& version = run.network.symbols->namesVersion;
+    if (target.version != version) {
+        if (!run.network.saveValues.contains(run.argument(0))) return assignToProperty(run);
+        target = {run.network.saveValues.valueOf(run.argument(0)), version};
+    }
     const double value = run.value(1);
-    run.network.saveValues.valueWithInsertion(run.argument(0)) = value;
+    if (target.version == version)
+        *target.place = value;
+    else
+        run.network.saveValues.valueWithInsertion(run.argument(0)) = value;
 }
 
 constexpr std::size_t anyNumber = std::numeric_limits<std::size_t>::max();
 constexpr const char* syntaxError = "Syntax error in statement:\n";
 constexpr const char* wrongNumber = "Incorrect number of arguments in statement:\n";
 
-struct cKeyword {
+}  // namespace
+
+/// A row of the table of keywords.
+struct cStatementKeyword {
     std::string_view keyword;
     std::size_t fewest;
     std::size_t most;
@@ -139,31 +153,36 @@ struct cKeyword {
     void (*execute)(const cExecution& run);
 };
 
+namespace {
+
 constexpr std::array keywords{
-    cKeyword{"SEED", 1, 1, syntaxError, seed},
-    cKeyword{"STREAMS", 1, 1, syntaxError, streams},
-    cKeyword{"MULTISIM", 1, 1, syntaxError, multiSim},
-    cKeyword{"SAVEVALUE", 2, 2, syntaxError, saveValue},
-    cKeyword{"VARIABLE", 2, 2, syntaxError, variable},
-    cKeyword{"ADDTORESULTS", 2, 2, syntaxError, addToResults},
-    cKeyword{"SETATTRIBUTE", 3, anyNumber, syntaxError, setAttribute},
-    cKeyword{"INIT", 2, anyNumber, syntaxError, init},
-    cKeyword{"SIMULATECONDITION", 1, anyNumber, wrongNumber, simulateCondition},
-    cKeyword{"SIMULATE", 0, 0, wrongNumber, simulate},
-    cKeyword{"PRINT", 2, anyNumber, wrongNumber, print},
-    cKeyword{"POST", 0, anyNumber, wrongNumber, post},
-    cKeyword{"ASSIGN", 2, 2, wrongNumber, assign},
+    cStatementKeyword{"SEED", 1, 1, syntaxError, seed},
+    cStatementKeyword{"STREAMS", 1, 1, syntaxError, streams},
+    cStatementKeyword{"MULTISIM", 1, 1, syntaxError, multiSim},
+    cStatementKeyword{"SAVEVALUE", 2, 2, syntaxError, saveValue},
+    cStatementKeyword{"VARIABLE", 2, 2, syntaxError, variable},
+    cStatementKeyword{"ADDTORESULTS", 2, 2, syntaxError, addToResults},
+    cStatementKeyword{"SETATTRIBUTE", 3, anyNumber, syntaxError, setAttribute},
+    cStatementKeyword{"INIT", 2, anyNumber, syntaxError, init},
+    cStatementKeyword{"SIMULATECONDITION", 1, anyNumber, wrongNumber, simulateCondition},
+    cStatementKeyword{"SIMULATE", 0, 0, wrongNumber, simulate},
+    cStatementKeyword{"PRINT", 2, anyNumber, wrongNumber, print},
+    cStatementKeyword{"POST", 0, anyNumber, wrongNumber, post},
+    cStatementKeyword{"ASSIGN", 2, 2, wrongNumber, assign},
 };
 
 }  // namespace
 
 void cStatement::execute(cNetwork& network) const {
-    for (const cKeyword& row : keywords) {
-        if (row.keyword != keyword) continue;
-        const cExecution run{network, *this};
-        if (args.size() < row.fewest || args.size() > row.most) run.fail(row.onWrongCount);
-        const cNetwork::cNesting nested(network, *this);
-        row.execute(run);
-        return;
+    if (!isBound) {
+        const auto* found = std::ranges::find(keywords, keyword, &cStatementKeyword::keyword);
+        row = found == keywords.end() ? nullptr : found;
+        isBound = true;
     }
+    if (row == nullptr) return;
+
+    const cExecution run{network, *this};
+    if (args.size() < row->fewest || args.size() > row->most) run.fail(row->onWrongCount);
+    const cNetwork::cNesting nested(network, *this);
+    row->execute(run);
 }

@@ -47,31 +47,36 @@ const cKind& as(const void* subject) {
     return *static_cast<const cKind*>(subject);
 }
 
+cMeaning figureAt(const double& place) { return {.place = &place, .isLasting = true}; }
+
 /// The figures that expressions name.
 struct cFigure {
     std::string_view keyword;
-    double (*read)(const void* subject, const void*);
+    double (*read)(const void* subject, const void*) = nullptr;
+    const double& (*place)(const void* subject) = nullptr;  // of a figure that stands in one place
 };
 
 constexpr std::array activityFigures{
-    cFigure{"CurInst", [](const void* s, const void*) -> double { return as<cNodeAct>(s).getCurInst(); }},
-    cFigure{"TotInst", [](const void* s, const void*) -> double { return as<cNodeAct>(s).getTotInst(); }},
-    cFigure{"AveDur", [](const void* s, const void*) { return as<cNodeAct>(s).getAveDur(); }},
-    cFigure{"Duration", [](const void* s, const void*) { return as<cNodeAct>(s).currentDuration(); }},
+    cFigure{"CurInst", [](const void* s, const void*) -> double { return as<cNodeAct>(s).getCurInst(); }, nullptr},
+    cFigure{"TotInst", [](const void* s, const void*) -> double { return as<cNodeAct>(s).getTotInst(); }, nullptr},
+    cFigure{"AveDur", [](const void* s, const void*) { return as<cNodeAct>(s).getAveDur(); }, nullptr},
+    cFigure{"Duration", [](const void* s, const void*) { return as<cNodeAct>(s).currentDuration(); }, nullptr},
 };
 
 constexpr std::array queueFigures{
-    cFigure{"CurCount", [](const void* s, const void*) { return as<cNodeQueue>(s).getStatistics().curCount; }},
-    cFigure{"TotCount", [](const void* s, const void*) { return as<cNodeQueue>(s).getStatistics().totCount; }},
-    cFigure{"AveWait", [](const void* s, const void*) { return as<cNodeQueue>(s).averageWait(); }},
-    cFigure{"AveCont", [](const void* s, const void*) { return as<cNodeQueue>(s).averageContent(); }},
+    cFigure{"CurCount", nullptr,
+            [](const void* s) -> const double& { return as<cNodeQueue>(s).getStatistics().curCount; }},
+    cFigure{"TotCount", nullptr,
+            [](const void* s) -> const double& { return as<cNodeQueue>(s).getStatistics().totCount; }},
+    cFigure{"AveWait", [](const void* s, const void*) { return as<cNodeQueue>(s).averageWait(); }, nullptr},
+    cFigure{"AveCont", [](const void* s, const void*) { return as<cNodeQueue>(s).averageContent(); }, nullptr},
 };
 
 template <typename cKind, typename cFigures>
 std::optional<cMeaning> figureIn(const cKind& subject, const cFigures& figures, const std::string& keyword) {
     const auto* figure = std::ranges::find(figures, keyword, &cFigure::keyword);
     if (figure == figures.end()) return std::nullopt;
-    return figureOf(&subject, figure->read);
+    return figure->place == nullptr ? figureOf(&subject, figure->read) : figureAt(figure->place(&subject));
 }
 
 }  // namespace
@@ -111,10 +116,9 @@ cMeaning cSymbols::meaningOf(const std::string& operand, const std::string& owne
 std::optional<cMeaning> cSymbols::meaningOfGlobal(const std::string& name) {
     if (const std::int32_t integer = leadingInteger(name); integer != 0 || name == "0") return lastingNumber(integer);
 
-    const auto readDouble = [](const void* place, const void*) { return as<double>(place); };
     if (const auto declared = declaredNames.find(name); declared != declaredNames.end()) {
         if (declared->second == eNameKind::saveValue)
-            if (const double* stored = network.saveValues.valueOf(name)) return figureOf(stored, readDouble);
+            if (const double* stored = network.saveValues.valueOf(name)) return figureAt(*stored);
         if (declared->second == eNameKind::variable)
             if (const auto* formula = network.variables.valueOf(name)) {
                 const auto evaluate = [](const void* symbols, const void* place) {
@@ -125,7 +129,7 @@ std::optional<cMeaning> cSymbols::meaningOfGlobal(const std::string& name) {
                     .read = evaluate, .subject = this, .detail = formula, .isLasting = true, .isFormula = true};
             }
     }
-    if (name == "SimTime") return figureOf(&network.simTime, readDouble);
+    if (name == "SimTime") return figureAt(network.simTime);
     return std::nullopt;
 }
 
@@ -161,8 +165,8 @@ std::optional<cMeaning> cSymbols::meaningInActivity(cNodeAct& activity, const st
     if (type == nullptr || parts.size() < 3) return std::nullopt;
     if (currentInstance == nullptr || currentInstance->getOwnerActivity() != &activity) return std::nullopt;
 
-    const auto [first, end] = currentInstance->getResources().equal_range(type);
-    const auto* resource = first == end ? nullptr : dynamic_cast<const cResChar*>(first->second.get());
+    const cHoldings::cList* held = currentInstance->getResources().find(type);
+    const cResChar* resource = held == nullptr || held->held().empty() ? nullptr : held->held().front()->asInstance();
     if (resource != nullptr && parts[2] == "ResNum")
         return cMeaning{.number = static_cast<double>(resource->getResNum())};
     if (resource != nullptr && parts[2] == "Count") return cMeaning{.number = resource->getUnitCount()};

@@ -1,9 +1,7 @@
 #include "language/textFormat.h"
 
-#include "kernel/network.h"
 #include "language/numberText.h"
 #include "language/rounding.h"
-#include "language/symbols.h"
 #include "language/words.h"
 
 namespace {
@@ -28,21 +26,39 @@ cParts partsOf(const std::string& text) {
 
 }  // namespace
 
-std::string formatText(cNetwork& network, const std::string& text, const std::string& statementText) {
+cTextFormat::cTextFormat(const std::string& text) {
     const auto [format, expressions] = partsOf(text);
-    std::string filled;
     std::size_t begin = 0;
-    std::size_t used = 0;
     for (std::size_t percent = format.find('%'); percent != std::string::npos; percent = format.find('%', begin)) {
-        filled.append(format, begin, percent - begin);
-        const std::string conversion = format.substr(percent + 1, 1);
-        begin = percent + 1 + conversion.size();
-        if (conversion != "d" && conversion != "f") fail("Unknown conversion \"%" + conversion + "\"", statementText);
-        if (used == expressions.size()) fail("Format with more conversions than expressions", statementText);
-
-        const cExpression expression(*network.symbols, expressions[used++]);
-        const double value = expression.evaluate();
-        filled += conversion == "d" ? std::to_string(truncateToInt32(value)) : fixedText(value);
+        cConversion conversion{
+            format.substr(begin, percent - begin), format.substr(percent + 1, 1), {}, false, nullptr};
+        begin = percent + 1 + conversion.letter.size();
+        conversion.hasExpression = conversions.size() < expressions.size();
+        if (conversion.hasExpression) conversion.expression = expressions[conversions.size()];
+        conversions.push_back(std::move(conversion));
     }
-    return filled.append(format, begin);
+    textBehind = format.substr(begin);
+}
+
+std::string cTextFormat::fill(cEvaluationContext& model, const std::string& statementText) {
+    std::string filled;
+    for (cConversion& conversion : conversions) {
+        const std::string& letter = conversion.letter;
+        if (letter != "d" && letter != "f") fail("Unknown conversion \"%" + letter + "\"", statementText);
+        if (!conversion.hasExpression) fail("Format with more conversions than expressions", statementText);
+
+        const double value = valueOf(conversion, model);
+        filled += conversion.textBefore;
+        filled += letter == "d" ? std::to_string(truncateToInt32(value)) : fixedText(value);
+    }
+    return filled += textBehind;
+}
+
+double cTextFormat::valueOf(cConversion& conversion, cEvaluationContext& model) {
+    if (conversion.compiled != nullptr) return conversion.compiled->evaluateAnew();
+
+    auto expression = std::make_unique<const cExpression>(model, conversion.expression);
+    const double value = expression->evaluate();
+    conversion.compiled = std::move(expression);
+    return value;
 }

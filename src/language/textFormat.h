@@ -1,12 +1,36 @@
 #pragma once
 
+#include "language/expression.h"
+
+#include <memory>
 #include <string>
+#include <vector>
 
-class cNetwork;
+/// The text of PRINT and POST, which is filled anew at each execution. The format is what stands between the first and
+/// the second double quote of the text, or all of it if there is none; behind the second quote stands an expression for
+/// each "%d" (truncated to an integer) and "%f" of the format, parted by blanks.
+class cTextFormat {
+public:
+    explicit cTextFormat(const std::string& text);
 
-/// The filled text of PRINT and POST. The format is what stands between the first and the second double quote of
-/// `text`, or all of it if there is none; behind the second quote stands an expression for each "%d" (truncated to an
-/// integer) and "%f" of the format, parted by blanks. Each expression is compiled, with its trial, and evaluated.
-/// @param statementText what a failure names.
-/// @throws cException (code 1) for a conversion without an expression or of another letter; what the expressions throw.
-std::string formatText(cNetwork& network, const std::string& text, const std::string& statementText);
+    /// The filled text. Each expression runs as if it were compiled now, with its trial, and is evaluated; it is
+    /// compiled but once, when it is needed first. A format belongs to one model.
+    /// @param statementText what a failure names.
+    /// @throws cException (code 1) for a conversion without an expression or of another letter, when all before it have
+    /// been filled; what the expressions throw.
+    std::string fill(cEvaluationContext& model, const std::string& statementText);
+
+private:
+    struct cConversion {
+        std::string textBefore;
+        std::string letter;      // empty at the end of the format
+        std::string expression;  // its text
+        bool hasExpression = false;
+        std::unique_ptr<const cExpression> compiled;
+    };
+
+    static double valueOf(cConversion& conversion, cEvaluationContext& model);
+
+    std::vector<cConversion> conversions;
+    std::string textBehind;
+};

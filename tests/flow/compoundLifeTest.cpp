@@ -1,5 +1,5 @@
 #include "support/burst.h"
-#include "support/failureOf.h"
+#include "support/holdings.h"
 #include "support/watchedNetwork.h"
 
 #include <gtest/gtest.h>
@@ -27,12 +27,6 @@ protected:
         const cResPtr first = queue.getContents().at(0);
         return queue.drawInstance(first);
     }
-    /// The parts of a compound, by address.
-    static std::vector<cResPtr> partsOf(const cResCompound& compound) {
-        std::vector<cResPtr> parts;
-        for (const auto& [type, part] : compound.contents) parts.push_back(part);
-        return parts;
-    }
 
     std::optional<cWatchedNetwork> network{std::in_place};
     cResTypeGen& nails = network->addGenericType("Nails");
@@ -56,7 +50,8 @@ TEST_F(cCompoundLifeTest, aCompoundThatStillWaitsStandsInTheQueueTwiceWithTheNew
     EXPECT_EQ(yard.getCurCount(), 2.0);
     ASSERT_EQ(yard.getContents().size(), 2U);
     EXPECT_EQ(yard.getContents()[0], yard.getContents()[1]);
-    EXPECT_EQ(partsOf(inYard(0)), std::vector<cResPtr>{later});
+    EXPECT_EQ(inYard(0).contents.size(), 1U);
+    EXPECT_EQ(heldOf(inYard(0).contents, plank), cResList{later});
 }
 
 TEST_F(cCompoundLifeTest, eachDrawTakesOnePlaceOfACompoundThatStandsTwice) {
@@ -92,76 +87,71 @@ TEST_F(cCompoundLifeTest, oneDrawCanTakeBothPlacesAndTheReleaseGivesBothOut) {
 // ---- parts
 
 TEST_F(cCompoundLifeTest, partsLiveAsLongAsTheyAreListed) {
-    cResPtr part = newPlank();
-    const std::weak_ptr<cRes> watched = part;
-    sendBurst(frame, {std::move(part)});
-    const bool goneWhileListed = watched.expired();
+    const cResPtr part = newPlank();
+    sendBurst(frame, {part});
+    const std::uint32_t whileListed = part.holderCount();
 
     sendBurst(frame, {});
 
-    EXPECT_FALSE(goneWhileListed);
-    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(whileListed, 2U);
+    EXPECT_EQ(part.holderCount(), 1U);
 }
 
 TEST_F(cCompoundLifeTest, anActivityThatEndsWithoutALinkDestroysNoCompoundThatItsAssemblerKeeps) {
-    cResPtr part = newPlank();
-    const std::weak_ptr<cRes> watchedPart = part;
-    sendBurst(frame, {std::move(part)});
-    const std::weak_ptr<cRes> watched = yard.getContents()[0];
+    const cResPtr part = newPlank();
+    sendBurst(frame, {part});
+    const cResPtr sent = yard.getContents()[0];
 
     sell.attempt();
     network->advanceClock();
 
     EXPECT_EQ(yard.getCurCount(), 0.0);
-    EXPECT_FALSE(watched.expired());
-    EXPECT_FALSE(watchedPart.expired());
+    EXPECT_EQ(sent.holderCount(), 2U);  // the Assembler and the test
+    EXPECT_EQ(part.holderCount(), 2U);
     sendBurst(frame, {});
-    EXPECT_EQ(yard.getContents().at(0), watched.lock());
+    EXPECT_EQ(yard.getContents().at(0), sent);
 }
 
 TEST_F(cCompoundLifeTest, aCompoundThatOutlivesItsAssemblerIsEmpty) {
-    cResPtr part = newPlank();
-    const std::weak_ptr<cRes> watchedPart = part;
-    sendBurst(frame, {std::move(part)});
+    const cResPtr part = newPlank();
+    sendBurst(frame, {part});
 
     network->elements.erase("Frame");
 
-    EXPECT_TRUE(watchedPart.expired());
+    EXPECT_EQ(part.holderCount(), 1U);
     ASSERT_EQ(yard.getContents().size(), 1U);
     EXPECT_EQ(inYard(0).getInstanceName(), "House_1");
     EXPECT_TRUE(inYard(0).contents.empty());
 }
 
-TEST_F(cCompoundLifeTest, anInstanceThatIsAPartLeavesTheListsByNameWhenItIsGone) {
+TEST_F(cCompoundLifeTest, aPartThatInitMadeLivesAsLongAsItIsListed) {
     network->addQueue("Stock", plank);
     network->execute("INIT Stock 1;\n");
     cNodeQueue& stock = *network->findElement<cNodeQueue>("Stock");
-    sendBurst(frame, {takeFrom(stock)});
-    const bool listed = network->resources.contains("Plank_1");
+    const cResPtr part = takeFrom(stock);
+    sendBurst(frame, {part});
+    const std::uint32_t whileListed = part.holderCount();
 
     sendBurst(frame, {});
 
-    EXPECT_TRUE(listed);
-    EXPECT_TRUE(network->resources.empty());
-    EXPECT_TRUE(plank.instances.empty());
+    EXPECT_EQ(whileListed, 2U);
+    EXPECT_EQ(part.holderCount(), 1U);
 }
 
 // ---- a compound among its own parts
 
 TEST_F(cCompoundLifeTest, aCompoundCanStandAmongItsOwnPartsAndIsGoneWithTheNetwork) {
     sendBurst(frame, {});
-    cResPtr again = takeFrom(yard);
-    const std::weak_ptr<cRes> watched = again;
+    const cResPtr again = takeFrom(yard);
     sendBurst(frame, {again, newPlank()});
     const std::size_t parts = inYard(0).contents.size();
-    const bool isItsOwnPart = inYard(0).contents.find(&house)->second == again;
+    const bool isItsOwnPart = heldOf(inYard(0).contents, house) == cResList{again};
 
-    again.reset();
     network.reset();
 
     EXPECT_EQ(parts, 2U);
     EXPECT_TRUE(isItsOwnPart);
-    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(again.holderCount(), 1U);
 }
 
 TEST_F(cCompoundLifeTest, twoCompoundsCanStandInOneAnotherAndAreGoneWithTheNetwork) {
@@ -169,17 +159,15 @@ TEST_F(cCompoundLifeTest, twoCompoundsCanStandInOneAnotherAndAreGoneWithTheNetwo
     network->addLink("M1", other, yard);
     sendBurst(frame, {});
     sendBurst(other, {});
-    cResPtr mine = takeFrom(yard);
-    cResPtr theirs = takeFrom(yard);
-    const std::weak_ptr<cRes> watchedMine = mine;
-    const std::weak_ptr<cRes> watchedTheirs = theirs;
+    const cResPtr mine = takeFrom(yard);
+    const cResPtr theirs = takeFrom(yard);
 
-    sendBurst(frame, {std::move(theirs)});
-    sendBurst(other, {std::move(mine)});
+    sendBurst(frame, {theirs});
+    sendBurst(other, {mine});
     network.reset();
 
-    EXPECT_TRUE(watchedMine.expired());
-    EXPECT_TRUE(watchedTheirs.expired());
+    EXPECT_EQ(mine.holderCount(), 1U);
+    EXPECT_EQ(theirs.holderCount(), 1U);
 }
 
 TEST_F(cCompoundLifeTest, aCompoundAmongItsOwnPartsLetsGoOfItselfAtTheNextBurst) {
@@ -198,14 +186,14 @@ TEST_F(cCompoundLifeTest, aCompoundAmongItsOwnPartsLetsGoOfItselfAtTheNextBurst)
 TEST_F(cCompoundLifeTest, aLaterReplicationStillSendsTheCompoundOfTheFirst) {
     network->simTime = 3.0;
     sendBurst(frame, {newPlank()});
-    const std::weak_ptr<cRes> watched = yard.getContents()[0];
+    const cResPtr sent = yard.getContents()[0];
 
     network->resetRun();
     network->simTime = 1.0;
     sendBurst(frame, {});
 
     ASSERT_EQ(yard.getContents().size(), 1U);
-    EXPECT_EQ(yard.getContents()[0], watched.lock());
+    EXPECT_EQ(yard.getContents()[0], sent);
     EXPECT_EQ(inYard(0).getInstanceName(), "House_1");
     EXPECT_EQ(inYard(0).getBirthTime(), 3.0);
     EXPECT_TRUE(inYard(0).contents.empty());
@@ -222,19 +210,17 @@ TEST_F(cCompoundLifeTest, inALaterReplicationAnotherInstanceCanHaveTheNameOfTheC
     EXPECT_EQ(inYard(0).getInstanceName(), "House_1");
     EXPECT_EQ(inYard(1).getInstanceName(), "House_1");
     EXPECT_NE(yard.getContents()[0], yard.getContents()[1]);
-    EXPECT_EQ(network->resources.at("House_1"), &inYard(0));
 }
 
 TEST_F(cCompoundLifeTest, aResetKeepsThePartsInTheCompoundUntilTheNextBurst) {
-    cResPtr part = newPlank();
-    const std::weak_ptr<cRes> watchedPart = part;
-    sendBurst(frame, {std::move(part)});
+    const cResPtr part = newPlank();
+    sendBurst(frame, {part});
 
     network->resetRun();
 
-    EXPECT_FALSE(watchedPart.expired());
+    EXPECT_EQ(part.holderCount(), 2U);
     sendBurst(frame, {});
-    EXPECT_TRUE(watchedPart.expired());
+    EXPECT_EQ(part.holderCount(), 1U);
 }
 
 TEST_F(cCompoundLifeTest, aRunThatStopsWithTheCompoundOnTheCalendarIsFollowedByAnother) {
@@ -248,6 +234,10 @@ TEST_F(cCompoundLifeTest, aRunThatStopsWithTheCompoundOnTheCalendarIsFollowedByA
     const std::string code =
         "MULTISIM 2;\nSIMULATECONDITION Sell.CurInst==3;\nADDTORESULTS built Build.TotInst;\n"
         "ADDTORESULTS sold Sell.CurInst;\n";
+    cResPtr sent;
+    network->onEventPoint = [&] {
+        if (!yard.getContents().empty()) sent = yard.getContents().front();
+    };
 
     for (int run = 0; run < 2; ++run) {
         network->run(code);
@@ -255,25 +245,28 @@ TEST_F(cCompoundLifeTest, aRunThatStopsWithTheCompoundOnTheCalendarIsFollowedByA
         EXPECT_EQ(network->runStatistics->getMeans().at(1), 3.0);
         EXPECT_EQ(network->runStatistics->getMeans().at(2), 3.0);
     }
-    ASSERT_EQ(network->resources.size(), 1U);  // the part of the last burst, which the compound keeps
-    EXPECT_TRUE(network->resources.contains("Plank_3"));
+    ASSERT_NE(sent, nullptr);
+    EXPECT_EQ(sent.holderCount(), 2U);  // the Assembler and the test
+    const cResList parts = heldOf(dynamic_cast<const cResCompound&>(*sent).contents, plank);
+    ASSERT_EQ(parts.size(), 1U);  // the part of the last burst, which the compound keeps
+    EXPECT_EQ(parts.front()->asInstance()->getInstanceName(), "Plank_3");
+    EXPECT_EQ(parts.front().holderCount(), 2U);
 }
 
 TEST_F(cCompoundLifeTest, aNetworkIsDestroyedWithCompoundsInQueuesInstancesAndHoldings) {
-    cResPtr part = newPlank();
-    cResPtr open = newPlank();
-    const std::weak_ptr<cRes> watchedPart = part;
-    const std::weak_ptr<cRes> watchedOpen = open;
+    const cResPtr part = newPlank();
+    const cResPtr open = newPlank();
     for (int i = 0; i < 2; ++i) sendBurst(frame, {part});
-    part.reset();
+    const cResPtr sent = yard.getContents().at(0);
     sell.attempt();
     frame.flowBegin();
-    frame.receive(std::move(open));
+    frame.receive(*open);
 
     network.reset();
 
-    EXPECT_TRUE(watchedPart.expired());
-    EXPECT_TRUE(watchedOpen.expired());
+    EXPECT_EQ(part.holderCount(), 1U);
+    EXPECT_EQ(open.holderCount(), 1U);
+    EXPECT_EQ(sent.holderCount(), 1U);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "support/burst.h"
 #include "support/failureOf.h"
+#include "support/holdings.h"
 #include "support/recordingReceiver.h"
 #include "support/watchedNetwork.h"
 
@@ -19,9 +20,9 @@ class cDisassemblerTest : public ::testing::Test {
 protected:
     void SetUp() override { network.simState = 1; }
 
-    std::shared_ptr<cResCompound> houseOf(const std::vector<cResPtr>& parts) {
+    cShared<cResCompound> houseOf(const cResList& parts) {
         auto made = instanceOf(house);
-        for (const cResPtr& part : parts) made->contents.emplace(part->getResType(), part);
+        made->contents = holdingsOf(parts);
         return made;
     }
     double held(const cResType& type) const { return strip.countOf("Count", &type); }
@@ -107,7 +108,7 @@ TEST_F(cDisassemblerTest, theMarkStandsWhileACompoundIsTakenApartAndNoLonger) {
 
     strip.flowBegin();
     const bool afterBegin = strip.activeMark;
-    strip.receive(houseOf({instanceOf(plank)}));
+    strip.receive(*houseOf({instanceOf(plank)}));
 
     EXPECT_FALSE(afterBegin);
     EXPECT_TRUE(marked);
@@ -127,7 +128,7 @@ TEST_F(cDisassemblerTest, aResetLeavesAnOpenBurstAsItIs) {
 // ---- taking apart
 
 TEST_F(cDisassemblerTest, eachLinkTakesThePartsOfItsType) {
-    const std::vector<cResPtr> planks{instanceOf(plank), instanceOf(plank)};
+    const cResList planks{instanceOf(plank), instanceOf(plank)};
 
     sendBurst(strip, {houseOf({planks[0], amountOf(nails, 2.0), planks[1]})});
 
@@ -143,7 +144,7 @@ TEST_F(cDisassemblerTest, theRulesOfTheLinksDecide) {
 
     sendBurst(strip, {houseOf({instanceOf(plank), wanted, amountOf(nails, 2.0)})});
 
-    EXPECT_EQ(first.received, std::vector<cResPtr>{wanted});
+    EXPECT_EQ(first.received, cResList{wanted});
     EXPECT_EQ(amountsOf(second), std::vector<double>{0.5});
 }
 
@@ -197,17 +198,16 @@ TEST_F(cDisassemblerTest, aLinkSeesWhatTheLinksBeforeItLeft) {
 }
 
 TEST_F(cDisassemblerTest, partsThatNoLinkTookAreNotHeldAndStayInTheCompoundAlone) {
-    cResPtr part = instanceOf(plank);
-    const std::weak_ptr<cRes> watched = part;
+    const cResPtr part = instanceOf(plank);
     l1.setRuleText(eLinkRule::releaseUntil, "1");
-    auto whole = houseOf({std::move(part)});
+    auto whole = houseOf({part});
 
     sendBurst(strip, {whole});
 
     EXPECT_EQ(held(plank), 0.0);
-    EXPECT_FALSE(watched.expired());
-    whole.reset();
-    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(part.holderCount(), 2U);
+    whole = nullptr;
+    EXPECT_EQ(part.holderCount(), 1U);
 }
 
 TEST_F(cDisassemblerTest, theCompoundKeepsItsContentsAndGivesThemOutAgain) {
@@ -219,7 +219,7 @@ TEST_F(cDisassemblerTest, theCompoundKeepsItsContentsAndGivesThemOutAgain) {
     sendBurst(strip, {whole});
 
     EXPECT_EQ(parts, 2U);
-    EXPECT_EQ(first.received, (std::vector<cResPtr>{part, part}));
+    EXPECT_EQ(first.received, (cResList{part, part}));
 }
 
 TEST_F(cDisassemblerTest, anAmountThatWasLoweredIsLoweredInTheCompoundToo) {
@@ -227,11 +227,52 @@ TEST_F(cDisassemblerTest, anAmountThatWasLoweredIsLoweredInTheCompoundToo) {
 
     sendBurst(strip, {whole});
 
-    EXPECT_EQ(whole->contents.find(&nails)->second->quantity(), 1.0);
+    EXPECT_EQ(amountHeld(whole->contents, nails), 1.0);
+}
+
+TEST_F(cDisassemblerTest, whatIsLeftOfAnAmountIsWhatASecondTakingApartFinds) {
+    const auto whole = houseOf({amountOf(nails, 2.0)});
+    l2.setRuleText(eLinkRule::releaseAmt, "PredNode.Nails.Count/4");
+
+    for (int i = 0; i < 3; ++i) sendBurst(strip, {whole});
+
+    EXPECT_EQ(amountsOf(second), (std::vector<double>{0.5, 0.375, 0.28125}));
+    EXPECT_EQ(amountHeld(whole->contents, nails), 2.0 - 0.5 - 0.375 - 0.28125);
+}
+
+TEST_F(cDisassemblerTest, anAmountThatLeftWhollyStaysInTheCompoundAndLeavesAgain) {
+    const auto whole = houseOf({amountOf(nails, 2.0)});
+    l2.setRuleText(eLinkRule::releaseAmt, "PredNode.Nails.Count");
+
+    for (int i = 0; i < 2; ++i) sendBurst(strip, {whole});
+
+    EXPECT_EQ(amountsOf(second), (std::vector<double>{2.0, 2.0}));
+    EXPECT_EQ(amountHeld(whole->contents, nails), 2.0);
+}
+
+TEST_F(cDisassemblerTest, anAmountThatTwoLinksTakeInPartsStaysAsTheLastPartialTakingLeftIt) {
+    network.addLink("L3", strip, second, nails).setRuleText(eLinkRule::releaseAmt, "PredNode.Nails.Count");
+    l2.setRuleText(eLinkRule::releaseAmt, "0.5");
+    const auto whole = houseOf({amountOf(nails, 2.0)});
+
+    for (int i = 0; i < 2; ++i) sendBurst(strip, {whole});
+
+    EXPECT_EQ(amountsOf(second), (std::vector<double>{0.5, 1.5, 0.5, 1.0}));
+    EXPECT_EQ(amountHeld(whole->contents, nails), 1.0);
+}
+
+TEST_F(cDisassemblerTest, whatIsLeftOfAnAmountIsLeftOfItInItsOwnCompoundAlone) {
+    const auto one = houseOf({amountOf(nails, 2.0)});
+    const auto other = houseOf({amountOf(nails, 5.0)});
+
+    sendBurst(strip, {one, other, one});
+
+    EXPECT_EQ(amountHeld(one->contents, nails), 1.0);  // all that there was left the second time
+    EXPECT_EQ(amountHeld(other->contents, nails), 4.0);
 }
 
 TEST_F(cDisassemblerTest, severalCompoundsOfABurstAreTakenApartOneByOne) {
-    const std::vector<cResPtr> planks{instanceOf(plank), instanceOf(plank)};
+    const cResList planks{instanceOf(plank), instanceOf(plank)};
     network.elements.erase("L2");
 
     sendBurst(strip, {houseOf({planks[0]}), houseOf({planks[1]})});
@@ -244,25 +285,24 @@ TEST_F(cDisassemblerTest, severalCompoundsOfABurstAreTakenApartOneByOne) {
 TEST_F(cDisassemblerTest, aCompoundOfAnotherTypeIsTakenApartToo) {
     const auto part = instanceOf(plank);
     const auto box = instanceOf(network.addCompoundType("Box"));
-    box->contents.emplace(&plank, part);
+    box->contents = holdingsOf({part});
 
     sendBurst(strip, {box});
 
-    EXPECT_EQ(first.received, std::vector<cResPtr>{part});
+    EXPECT_EQ(first.received, cResList{part});
 }
 
 TEST_F(cDisassemblerTest, whatIsNoCompoundDisappears) {
     network.resourceTypes["Brick"] = std::make_unique<cResTypeChar>("Brick");
-    cResPtr brick = std::make_shared<cResChar>(dynamic_cast<cResTypeChar*>(network.findResourceType("Brick")));
-    const std::weak_ptr<cRes> watched = brick;
+    const cResPtr brick = makeCounted<cResChar>(dynamic_cast<cResTypeChar*>(network.findResourceType("Brick")));
     strip.flowBegin();
     network.messages.clear();
 
-    strip.receive(amountOf(nails, 2.0));
-    strip.receive(std::move(brick));
+    strip.receive(*amountOf(nails, 2.0));
+    strip.receive(*brick);
 
     EXPECT_TRUE(network.messages.empty());
-    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(brick.holderCount(), 1U);
     EXPECT_EQ(held(nails), 0.0);
 }
 
@@ -280,7 +320,7 @@ TEST_F(cDisassemblerTest, aFailingRulePassesUnchangedAndTheStackIsInStep) {
     l1.setRuleText(eLinkRule::releaseWhere, "1/0");
     strip.flowBegin();
 
-    const cException failure = failureOf([&] { strip.receive(houseOf({instanceOf(plank)})); });
+    const cException failure = failureOf([&] { strip.receive(*houseOf({instanceOf(plank)})); });
 
     EXPECT_EQ(failure.message, "Division by 0.");
     EXPECT_EQ(failure.expressionText, "1/0");
@@ -290,13 +330,13 @@ TEST_F(cDisassemblerTest, aFailingRulePassesUnchangedAndTheStackIsInStep) {
 TEST_F(cDisassemblerTest, afterAFailureTheNextCompoundIsTakenApartWithoutTheRestOfTheLast) {
     l1.setRuleText(eLinkRule::releaseWhere, "1/0");
     strip.flowBegin();
-    failureOf([&] { strip.receive(houseOf({instanceOf(plank)})); });
+    failureOf([&] { strip.receive(*houseOf({instanceOf(plank)})); });
     l1.setRuleText(eLinkRule::releaseWhere, "1");
     const auto part = instanceOf(plank);
 
-    strip.receive(houseOf({part}));
+    strip.receive(*houseOf({part}));
 
-    EXPECT_EQ(first.received, std::vector<cResPtr>{part});
+    EXPECT_EQ(first.received, cResList{part});
 }
 
 // ---- together with an Assembler
@@ -308,10 +348,8 @@ protected:
         cDisassemblerTest::SetUp();
         network.addLink("In", work, frame, plank);
     }
-    void fire(const std::vector<cResPtr>& planks) {
-        cHoldings held;
-        for (const cResPtr& one : planks) held.emplace(&plank, one);
-        work.startInstance(std::move(held), network.simTime, 0.0);
+    void fire(const cResList& planks) {
+        work.startInstance(holdingsOf(planks), network.simTime, 0.0);
         network.advanceClock();
     }
 
@@ -322,7 +360,7 @@ protected:
 TEST_F(cAssemblyRoundTest, whatAnAssemblerPutTogetherIsTakenApartWithinTheSameFiring) {
     network.elements.erase("L2");
     network.addLink("Over", frame, strip);
-    const std::vector<cResPtr> planks{instanceOf(plank), instanceOf(plank)};
+    const cResList planks{instanceOf(plank), instanceOf(plank)};
 
     fire(planks);
 
@@ -339,7 +377,7 @@ TEST_F(cAssemblyRoundTest, aPartCanComeBackInALaterBurst) {
     fire({part});
     fire({part});
 
-    EXPECT_EQ(first.received, (std::vector<cResPtr>{part, part}));
+    EXPECT_EQ(first.received, (cResList{part, part}));
 }
 
 TEST_F(cAssemblyRoundTest, aCircleKeepsItsBurstOpenAndFailsAtTheSettling) {
@@ -358,10 +396,10 @@ TEST_F(cAssemblyRoundTest, aCircleKeepsItsBurstOpenAndFailsAtTheSettling) {
 TEST_F(cAssemblyRoundTest, aDisassemblerThatHandsACompoundToItselfFailsWhenThatIsAmongItsOwnParts) {
     network.addLink("Again", strip, strip, house);
     const auto whole = houseOf({instanceOf(plank)});
-    whole->contents.emplace(&house, whole);
+    whole->contents.listOf(&house).add(whole);
     strip.flowBegin();
 
-    const cException failure = failureOf([&] { strip.receive(whole); });
+    const cException failure = failureOf([&] { strip.receive(*whole); });
 
     EXPECT_EQ(failure.code, 2);
     EXPECT_EQ(failure.message, "Endless flow through link \"Again\".");
@@ -375,7 +413,7 @@ TEST_F(cAssemblyRoundTest, aCompoundAmongThePartsIsTakenApartInTheMidstAndLeaves
     const auto part = instanceOf(plank);
     strip.flowBegin();
 
-    strip.receive(houseOf({houseOf({part}), instanceOf(plank)}));
+    strip.receive(*houseOf({houseOf({part}), instanceOf(plank)}));
 
     ASSERT_EQ(first.received.size(), 1U);
     EXPECT_EQ(first.received[0], part);

@@ -134,7 +134,7 @@ TEST_F(cDynaforkTest, strengthsOf0FailAtTheFirstResourceInTheWordsOfAFork) {
     branch(fork, {"0", "0"});
     fork.flowBegin();
 
-    const cException failure = failureOf([&] { fork.receive(amountOf(soil, 1.0)); });
+    const cException failure = failureOf([&] { fork.receive(*amountOf(soil, 1.0)); });
 
     EXPECT_EQ(network.messages, (cTexts{"flowBegin A", "flowBegin B"}));
     EXPECT_EQ(failure.code, 2);
@@ -144,7 +144,7 @@ TEST_F(cDynaforkTest, strengthsOf0FailAtTheFirstResourceInTheWordsOfAFork) {
 TEST_F(cDynaforkTest, withoutAnOutLinkNothingHappensAtAFlowBeginAndTheFirstResourceFails) {
     fork.flowBegin();
 
-    const cException failure = failureOf([&] { fork.receive(instanceOf(truck)); });
+    const cException failure = failureOf([&] { fork.receive(*instanceOf(truck)); });
 
     EXPECT_EQ(failure.code, 2);
     EXPECT_EQ(failure.message, nothingToChoose);
@@ -161,7 +161,7 @@ TEST_F(cDynaforkTest, aCircleFailsAtTheFirstResource) {
     network.addLink("Back", other, fork);
     fork.flowBegin();
 
-    const cException failure = failureOf([&] { fork.receive(amountOf(soil, 1.0)); });
+    const cException failure = failureOf([&] { fork.receive(*amountOf(soil, 1.0)); });
 
     EXPECT_EQ(failure.code, 2);
     EXPECT_EQ(failure.message, "Endless flow through link \"There\".");
@@ -173,7 +173,7 @@ TEST_F(cDynaforkTest, resourcesCanLeaveACircle) {
     std::srand(1);
     fork.flowBegin();
 
-    for (int i = 0; i < 30; ++i) fork.receive(amountOf(soil, 1.0));
+    for (int i = 0; i < 30; ++i) fork.receive(*amountOf(soil, 1.0));
 
     EXPECT_EQ(reached(), std::string(30, 'A'));
 }

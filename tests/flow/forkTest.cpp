@@ -2,6 +2,7 @@
 
 #include "kernel/trace.h"
 #include "support/branchScene.h"
+#include "support/holdings.h"
 
 #include <algorithm>
 
@@ -15,7 +16,7 @@ protected:
     cLink& connectWork(const std::string& name) { return network.addLink(name, work, fork); }
     /// Starts an instance of Work that holds soil, and ends it.
     void fire() {
-        work.startInstance({{&soil, amountOf(soil, 5.0)}}, network.simTime, 0.0);
+        work.startInstance(holdingsOf({amountOf(soil, 5.0)}), network.simTime, 0.0);
         network.advanceClock();
     }
     /// The lines of the trace that Forks wrote.
@@ -79,8 +80,8 @@ TEST_F(cForkTest, theBranchIsChosenAheadOfTheResources) {
     fork.flowBegin();
     network.askedKeys.clear();
 
-    fork.receive(amountOf(soil, 1.0));
-    fork.receive(instanceOf(truck));
+    fork.receive(*amountOf(soil, 1.0));
+    fork.receive(*instanceOf(truck));
 
     EXPECT_TRUE(network.askedKeys.empty());
 }
@@ -104,7 +105,7 @@ TEST_F(cForkTest, theChoiceIsMadeAnewAtEachFlowBeginAndTheLastOneHolds) {
 
     fork.flowBegin();
     fork.flowBegin();
-    fork.receive(amountOf(soil, 1.0));
+    fork.receive(*amountOf(soil, 1.0));
     fork.flowEnd();
     fork.flowEnd();
     fork.flowSettle();
@@ -169,7 +170,7 @@ TEST_F(cForkTest, aSettlingWithoutAChoiceTellsNobody) {
 TEST_F(cForkTest, aResourceWithoutAChoiceTakesTheLastLink) {
     branch(fork, {"1", "1", "1"});
 
-    fork.receive(amountOf(soil, 1.0));
+    fork.receive(*amountOf(soil, 1.0));
 
     EXPECT_EQ(reached(), "C");
 }
@@ -180,7 +181,7 @@ TEST_F(cForkTest, aResetLeavesAnOpenBurstAsItIs) {
     network.messages.clear();
 
     fork.resetElement();
-    fork.receive(amountOf(soil, 1.0));
+    fork.receive(*amountOf(soil, 1.0));
     fork.flowEnd();
 
     EXPECT_EQ(network.messages, (cTexts{"receive A", "flowEnd A"}));

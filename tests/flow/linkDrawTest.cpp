@@ -11,19 +11,35 @@ namespace {
 
 using cTexts = std::vector<std::string>;
 
+/// Takes in what was drawn.
+class cTaker : public cReleasers {
+public:
+    const cHoldings& taken() const { return holdings; }
+};
+
 /// A queue of soil and one of trucks, each with a draw link to the same Combi. The link's texts are the defaults.
 class cLinkDrawTest : public ::testing::Test {
 protected:
-    void fillPile(double amount) { pile.receive(std::make_shared<cResGen>(&soil, amount)); }
+    void fillPile(double amount) { pile.receive(*makeCounted<cResGen>(&soil, amount)); }
     void fillYard(int count) {
-        for (int i = 0; i < count; ++i) yard.receive(std::make_shared<cResCompound>(&truck));
+        for (int i = 0; i < count; ++i) yard.receive(*makeCounted<cResCompound>(&truck));
     }
+    /// What a draw along a link gives, which is of one type.
+    static cResList drawn(cLink& link, cResType& type) {
+        cTaker taker;
+        link.draw(taker);
+        cResList ofType = taker.getHoldings(&type);
+        EXPECT_EQ(ofType.size(), taker.taken().size());
+        return ofType;
+    }
+    cResList drawnFromPile() { return drawn(fromPile, soil); }
+    cResList drawnFromYard() { return drawn(fromYard, truck); }
     /// The amounts that a draw from the pile gives.
     std::vector<double> amounts() {
-        std::vector<double> drawn;
-        for (const cResPtr& resource : fromPile.draw())
-            drawn.push_back(dynamic_cast<const cResGen&>(*resource).getAmount());
-        return drawn;
+        std::vector<double> amounts;
+        for (const cResPtr& resource : drawnFromPile())
+            amounts.push_back(dynamic_cast<const cResGen&>(*resource).getAmount());
+        return amounts;
     }
     template <typename cList>
     static std::vector<int> numbersOf(const cList& resources) {
@@ -33,7 +49,7 @@ protected:
         return numbers;
     }
     /// The numbers of the trucks that a draw from the yard gives.
-    std::vector<int> trucks() { return numbersOf(fromYard.draw()); }
+    std::vector<int> trucks() { return numbersOf(drawnFromYard()); }
 
     cWatchedNetwork network;
     cResTypeGen& soil = network.addGenericType("Soil");
@@ -167,9 +183,9 @@ TEST_F(cLinkDrawTest, orderAndWhereMeanNothingToAmounts) {
 TEST_F(cLinkDrawTest, anAmountBearsTheLinksOwnType) {
     cResTypeGen& rock = network.addGenericType("Rock");
     pile.setResType(&rock);  // the link stays one of soil
-    pile.receive(std::make_shared<cResGen>(&rock, 7.0));
+    pile.receive(*makeCounted<cResGen>(&rock, 7.0));
 
-    EXPECT_EQ(fromPile.draw().at(0)->getResType(), &soil);
+    EXPECT_EQ(amounts(), std::vector<double>{1.0});  // of soil, and nothing else
 }
 
 TEST_F(cLinkDrawTest, theRulesOfAmountsHaveNothingInHand) {
@@ -181,7 +197,7 @@ TEST_F(cLinkDrawTest, theRulesOfAmountsHaveNothingInHand) {
         return 1.0;
     };
 
-    fromPile.draw();
+    drawnFromPile();
 
     EXPECT_EQ(onStack, 0U);
 }
@@ -192,7 +208,7 @@ TEST_F(cLinkDrawTest, drawsOfNothingWithoutEndCanBeStopped) {
     fromPile.setRuleText(eLinkRule::drawUntil, "0");
     network.stopAtHostEvent = 2;
 
-    const cException failure = failureOf([&] { fromPile.draw(); });
+    const cException failure = failureOf([&] { drawnFromPile(); });
 
     EXPECT_EQ(failure.code, failureCode::userStop);
     EXPECT_EQ(fromPile.getAttribute("nDraws"), 0.0);
@@ -204,7 +220,7 @@ TEST_F(cLinkDrawTest, drawsThatAreFilledUpWithoutEndCanBeStopped) {
     fromPile.addOnFlowStatement("INIT Pile 1");
     network.stopAtHostEvent = 2;
 
-    EXPECT_EQ(failureOf([&] { fromPile.draw(); }).code, failureCode::userStop);
+    EXPECT_EQ(failureOf([&] { drawnFromPile(); }).code, failureCode::userStop);
 }
 
 // ---- instances
@@ -328,7 +344,7 @@ TEST_F(cLinkDrawTest, whereAndOrderHaveTheResourceInHandAndUntilHasNot) {
         return 0.0;
     };
 
-    fromYard.draw();
+    drawnFromYard();
 
     EXPECT_EQ(onStack, (std::map<std::string, std::size_t>{{"order", 1}, {"until", 0}, {"where", 1}}));
     EXPECT_TRUE(network.symbols->getResourceStack().empty());
@@ -345,12 +361,12 @@ TEST_F(cLinkDrawTest, candidatesAreThoseThatWaitedWhenTheDrawBegan) {
 }
 
 TEST_F(cLinkDrawTest, aResourceThatStandsTwiceIsDrawnTwice) {
-    const auto made = std::make_shared<cResCompound>(&truck);
-    yard.receive(made);
-    yard.receive(made);
+    const auto made = makeCounted<cResCompound>(&truck);
+    yard.receive(*made);
+    yard.receive(*made);
     fromYard.setRuleText(eLinkRule::drawUntil, "0");
 
-    EXPECT_EQ(fromYard.draw(), (std::vector<cResPtr>{made, made}));
+    EXPECT_EQ(drawnFromYard(), (cResList{made, made}));
 
     EXPECT_TRUE(yard.getContents().empty());
 }
@@ -379,7 +395,7 @@ TEST_F(cLinkDrawTest, theCountIsRaisedBeforeTheFlowCodeRuns) {
     std::vector<double> counts;
     network.onMessage = [&](const std::string&) { counts.push_back(fromPile.getAttribute("nDraws")); };
 
-    fromPile.draw();
+    drawnFromPile();
 
     EXPECT_EQ(counts, (std::vector<double>{1.0, 2.0}));
 }
@@ -388,7 +404,7 @@ TEST_F(cLinkDrawTest, flowCodeBelongsToNoLinkSoTheCountReads0There) {
     fillPile(100.0);
     fromPile.addOnFlowStatement("POST \"%f\" nDraws");
 
-    fromPile.draw();
+    drawnFromPile();
 
     EXPECT_EQ(network.messages, cTexts{"0.000000"});
 }
@@ -398,7 +414,7 @@ TEST_F(cLinkDrawTest, flowCodeSeesTheQueueBehindEachDraw) {
     fromPile.setRuleText(eLinkRule::drawUntil, "nDraws>=2");
     fromPile.addOnFlowStatement("POST \"%f\" Pile.CurCount");
 
-    fromPile.draw();
+    drawnFromPile();
 
     EXPECT_EQ(network.messages, (cTexts{"6.000000", "5.000000"}));
 }
@@ -409,9 +425,9 @@ TEST_F(cLinkDrawTest, flowCodeOfAnInstanceHasItInHand) {
     const cResChar* inHand = nullptr;
     network.onMessage = [&](const std::string&) { inHand = network.resourceInHand(); };
 
-    const std::vector<cResPtr> drawn = fromYard.draw();
+    const cResList taken = drawnFromYard();
 
-    EXPECT_EQ(inHand, drawn.at(0).get());
+    EXPECT_EQ(inHand, taken.at(0).get());
 }
 
 TEST_F(cLinkDrawTest, aDrawOfOneLinkDoesNotCountForAnother) {
@@ -421,7 +437,7 @@ TEST_F(cLinkDrawTest, aDrawOfOneLinkDoesNotCountForAnother) {
     double countOfOther = 9.0;
     network.onMessage = [&](const std::string&) { countOfOther = fromYard.getAttribute("nDraws"); };
 
-    fromPile.draw();
+    drawnFromPile();
 
     EXPECT_EQ(countOfOther, 0.0);
 }
@@ -430,8 +446,8 @@ TEST_F(cLinkDrawTest, theCountIs0AfterADraw) {
     fillPile(7.0);
     fillYard(2);
 
-    fromPile.draw();
-    fromYard.draw();
+    drawnFromPile();
+    drawnFromYard();
 
     EXPECT_EQ(fromPile.getAttribute("nDraws"), 0.0);
     EXPECT_EQ(fromYard.getAttribute("nDraws"), 0.0);
@@ -442,7 +458,7 @@ TEST_F(cLinkDrawTest, theCountIs0AfterADrawThatFailedToo) {
     fromPile.setRuleText(eLinkRule::drawUntil, "0");
     fromPile.setRuleText(eLinkRule::drawAmt, "1/(2-nDraws)");
 
-    const cException failure = failureOf([&] { fromPile.draw(); });
+    const cException failure = failureOf([&] { drawnFromPile(); });
 
     EXPECT_EQ(failure.message, "Division by 0.");
     EXPECT_EQ(failure.expressionText, "1/(2-nDraws)");
@@ -454,7 +470,7 @@ TEST_F(cLinkDrawTest, theCountIs0AfterADrawThatFailedToo) {
 TEST_F(cLinkDrawTest, aLinkWithoutAQueueInFrontFails) {
     cLink loose("Loose");
 
-    const cException failure = failureOf([&] { loose.draw(); });
+    const cException failure = failureOf([&] { drawn(loose, soil); });
 
     EXPECT_EQ(failure.code, 2);
     EXPECT_NE(failure.message.find("Loose"), std::string::npos);
@@ -466,7 +482,11 @@ TEST_F(cLinkDrawTest, aQueueWithoutATypeGivesNothing) {
     link.setPredNode(&queue);
     link.setSuccNode(&haul);
 
-    EXPECT_TRUE(link.draw().empty());
+    cTaker taker;
+
+    link.draw(taker);
+
+    EXPECT_TRUE(taker.taken().empty());
 }
 
 }  // namespace

@@ -16,10 +16,10 @@ class cLinkReleaseTest : public ::testing::Test {
 protected:
     void SetUp() override { link.setResType(&soil); }
 
-    void hold(double amount) { work.addHolding(std::make_shared<cResGen>(&soil, amount)); }
+    void hold(double amount) { work.addHolding(*makeCounted<cResGen>(&soil, amount)); }
     void releaseTrucks(int count) {
         link.setResType(&truck);
-        for (int i = 0; i < count; ++i) work.addHolding(std::make_shared<cResCompound>(&truck));
+        for (int i = 0; i < count; ++i) work.addHolding(*makeCounted<cResCompound>(&truck));
     }
     double held(const cResType& type) const { return work.countOf("Count", &type); }
     std::vector<double> receivedAmounts() const {
@@ -145,7 +145,7 @@ TEST_F(cLinkReleaseTest, nothingHeldGivesNothing) {
 
 TEST_F(cLinkReleaseTest, onlyTheLinksTypeIsGivenOut) {
     hold(4.0);
-    work.addHolding(std::make_shared<cResCompound>(&network.addCompoundType("Crane")));
+    work.addHolding(*makeCounted<cResCompound>(&network.addCompoundType("Crane")));
     releaseTrucks(1);
 
     link.release();

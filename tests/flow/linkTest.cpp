@@ -176,7 +176,7 @@ TEST_F(cLinkTest, aRuleTextThatIsNoFormulaFailsAndStays) {
 }
 
 TEST_F(cLinkTest, rulesMeanTheirOwnLink) {
-    pile.receive(std::make_shared<cResGen>(&soil, 3.0));
+    pile.receive(*makeCounted<cResGen>(&soil, 3.0));
     cNodeQueue& heap = network.addQueue("Heap", soil);
     const cLink& other = network.addLink("Other", heap, dig);
 
@@ -185,7 +185,7 @@ TEST_F(cLinkTest, rulesMeanTheirOwnLink) {
 }
 
 TEST_F(cLinkTest, rulesOfALinkThatWasRenamedMeanItStill) {
-    pile.receive(std::make_shared<cResGen>(&soil, 3.0));
+    pile.receive(*makeCounted<cResGen>(&soil, 3.0));
 
     draw.setName("Renamed");
 
@@ -193,7 +193,7 @@ TEST_F(cLinkTest, rulesOfALinkThatWasRenamedMeanItStill) {
 }
 
 TEST_F(cLinkTest, rulesReadKeywordsOfThePredecessorThatNoPathReaches) {
-    pile.receive(std::make_shared<cResGen>(&soil, 3.0));
+    pile.receive(*makeCounted<cResGen>(&soil, 3.0));
     draw.setRuleText(eLinkRule::enough, "PredNode.MaxCont");
 
     EXPECT_EQ(draw.evaluateEnough(), 3.0);
@@ -262,9 +262,9 @@ TEST_F(cLinkTest, flowCodeRunsInTheFirstReplicationOnly) {
 // ---- the successor
 
 TEST_F(cLinkTest, theSuccessorIsToldOfAFlow) {
-    release.forSuccessor(&cNodeReceiver::flowBegin);
-    release.forSuccessor(&cNodeReceiver::flowEnd);
-    release.forSuccessor(&cNodeReceiver::flowSettle);
+    release.forSuccessor<&cNodeReceiver::flowBegin>();
+    release.forSuccessor<&cNodeReceiver::flowEnd>();
+    release.forSuccessor<&cNodeReceiver::flowSettle>();
 
     EXPECT_EQ(network.messages, (cTexts{"flowBegin Sink", "flowEnd Sink", "flowSettle Sink"}));
 }
@@ -273,9 +273,9 @@ TEST_F(cLinkTest, aResourceIsPassedOnAsItIsAndWithoutTheFlowCode) {
     const cResPtr resource = amountOf(soil, 3.0);
     release.addOnFlowStatement("POST flow");
 
-    release.passOn(resource);
+    release.passOn(*resource);
 
-    EXPECT_EQ(sink.received, std::vector<cResPtr>{resource});
+    EXPECT_EQ(sink.received, cResList{resource});
     EXPECT_EQ(network.messages, cTexts{"receive Sink"});
 }
 
@@ -284,7 +284,7 @@ TEST_F(cLinkTest, allSuccessorsAreToldInTheOrderOfTheNamesOfTheLinks) {
     network.addLink("Link9", dig, sink);
     network.addLink("Link10", dig, other);
 
-    tellSuccessors(dig, &cNodeReceiver::flowEnd);
+    tellSuccessors<&cNodeReceiver::flowEnd>(dig);
 
     EXPECT_EQ(network.messages, (cTexts{"flowEnd Other", "flowEnd Sink", "flowEnd Sink"}));  // the last by "Release"
 }
@@ -292,14 +292,14 @@ TEST_F(cLinkTest, allSuccessorsAreToldInTheOrderOfTheNamesOfTheLinks) {
 TEST_F(cLinkTest, aNodeWithoutOutLinksHasNobodyToTell) {
     network.elements.erase("Release");
 
-    tellSuccessors(dig, &cNodeReceiver::flowBegin);
+    tellSuccessors<&cNodeReceiver::flowBegin>(dig);
 
     EXPECT_TRUE(network.messages.empty());
 }
 
 TEST_F(cLinkTest, aSuccessorThatCannotReceiveIsAFailure) {
-    const cException told = failureOf([&] { draw.forSuccessor(&cNodeReceiver::flowBegin); });
-    const cException passed = failureOf([&] { draw.passOn(amountOf(soil, 1.0)); });
+    const cException told = failureOf([&] { draw.forSuccessor<&cNodeReceiver::flowBegin>(); });
+    const cException passed = failureOf([&] { draw.passOn(*amountOf(soil, 1.0)); });
 
     EXPECT_EQ(told.code, 2);
     EXPECT_EQ(told.message, "Link \"Draw\" leads to no node that can receive.");
@@ -310,14 +310,14 @@ TEST_F(cLinkTest, aSuccessorThatCannotReceiveIsAFailure) {
 TEST_F(cLinkTest, aMissingSuccessorIsAFailure) {
     release.setSuccNode(nullptr);
 
-    EXPECT_EQ(failureOf([&] { release.forSuccessor(&cNodeReceiver::flowEnd); }).code, 2);
-    EXPECT_EQ(failureOf([&] { release.passOn(amountOf(soil, 1.0)); }).code, 2);
+    EXPECT_EQ(failureOf([&] { release.forSuccessor<&cNodeReceiver::flowEnd>(); }).code, 2);
+    EXPECT_EQ(failureOf([&] { release.passOn(*amountOf(soil, 1.0)); }).code, 2);
 }
 
 TEST_F(cLinkTest, everyFlowLetsTheHostBreathe) {
-    for (int i = 0; i < 5000; ++i) release.forSuccessor(&cNodeReceiver::flowEnd);
+    for (int i = 0; i < 5000; ++i) release.forSuccessor<&cNodeReceiver::flowEnd>();
     const int afterTelling = network.hostEvents;
-    for (int i = 0; i < 5000; ++i) release.passOn(amountOf(soil, 1.0));
+    for (int i = 0; i < 5000; ++i) release.passOn(*amountOf(soil, 1.0));
 
     EXPECT_EQ(afterTelling, 1);  // once in 4096
     EXPECT_EQ(network.hostEvents, 2);
@@ -332,9 +332,9 @@ public:
 
     void flowBegin() override {
         ++flows;
-        if (next != nullptr) next->forSuccessor(&cNodeReceiver::flowBegin);
+        if (next != nullptr) next->forSuccessor<&cNodeReceiver::flowBegin>();
     }
-    void receive(cResPtr resource) override {
+    void receive(cRes& resource) override {
         ++flows;
         if (next != nullptr) next->passOn(resource);
     }
@@ -363,8 +363,8 @@ protected:
 TEST_F(cFlowRowTest, aThousandLinksInARowAreNotTooMany) {
     cLink& first = row(1000);
 
-    first.forSuccessor(&cNodeReceiver::flowBegin);
-    first.passOn(amountOf(soil, 1.0));
+    first.forSuccessor<&cNodeReceiver::flowBegin>();
+    first.passOn(*amountOf(soil, 1.0));
 
     EXPECT_EQ(relays.back()->flows, 2);
 }
@@ -372,8 +372,8 @@ TEST_F(cFlowRowTest, aThousandLinksInARowAreNotTooMany) {
 TEST_F(cFlowRowTest, theLinkBehindAThousandFails) {
     cLink& first = row(1001);
 
-    const cException told = failureOf([&] { first.forSuccessor(&cNodeReceiver::flowBegin); });
-    const cException passed = failureOf([&] { first.passOn(amountOf(soil, 1.0)); });
+    const cException told = failureOf([&] { first.forSuccessor<&cNodeReceiver::flowBegin>(); });
+    const cException passed = failureOf([&] { first.passOn(*amountOf(soil, 1.0)); });
 
     EXPECT_EQ(told.code, 2);
     EXPECT_EQ(told.message, "Endless flow through link \"L1000\".");
@@ -386,9 +386,9 @@ TEST_F(cFlowRowTest, aCircleFailsAndFlowsCanGoOnAfterwards) {
     cLink& first = row(2);
     relays.back()->next = &first;
 
-    const cException failure = failureOf([&] { first.forSuccessor(&cNodeReceiver::flowBegin); });
+    const cException failure = failureOf([&] { first.forSuccessor<&cNodeReceiver::flowBegin>(); });
     relays.back()->next = nullptr;
-    first.forSuccessor(&cNodeReceiver::flowBegin);
+    first.forSuccessor<&cNodeReceiver::flowBegin>();
 
     EXPECT_EQ(failure.code, 2);
     EXPECT_EQ(failure.message, "Endless flow through link \"L0\".");

@@ -9,10 +9,8 @@ namespace {
 /// An empty store, two generic types and two characterized ones.
 class cReleasersTest : public ::testing::Test {
 protected:
-    std::shared_ptr<cResGen> amountOf(cResType& type, double amount) {
-        return std::make_shared<cResGen>(&type, amount);
-    }
-    std::shared_ptr<cResCompound> instanceOf(cResTypeCompound& type) { return std::make_shared<cResCompound>(&type); }
+    cShared<cResGen> amountOf(cResType& type, double amount) { return makeCounted<cResGen>(&type, amount); }
+    cShared<cResCompound> instanceOf(cResTypeCompound& type) { return makeCounted<cResCompound>(&type); }
     double held(const cResType& type) const { return store.countOf("Count", &type); }
 
     cTestNetwork network;
@@ -38,14 +36,15 @@ TEST_F(cReleasersTest, amountsOfATypeMerge) {
     store.addHoldings({first});
     store.addHoldings({second});
 
-    EXPECT_EQ(store.getHoldings(&soil), std::vector<cResPtr>{first});
-    EXPECT_EQ(first->getAmount(), 2.5);
+    ASSERT_EQ(store.getHoldings(&soil).size(), 1U);
+    EXPECT_EQ(store.getHoldings(&soil).front()->quantity(), 2.5);
+    EXPECT_EQ(first->getAmount(), 2.0);
     EXPECT_EQ(second->getAmount(), 0.5);
 }
 
 TEST_F(cReleasersTest, amountsOfDifferentTypesStandSideBySide) {
-    store.addHolding(amountOf(soil, 2.0));
-    store.addHolding(amountOf(rock, 3.0));
+    store.addHolding(*amountOf(soil, 2.0));
+    store.addHolding(*amountOf(rock, 3.0));
 
     EXPECT_EQ(held(soil), 2.0);
     EXPECT_EQ(held(rock), 3.0);
@@ -72,9 +71,9 @@ TEST_F(cReleasersTest, instancesStandSideBySideInTheOrderInWhichTheyCame) {
     const auto third = instanceOf(truck);
 
     store.addHoldings({second, third});
-    store.addHolding(first);
+    store.addHolding(*first);
 
-    EXPECT_EQ(store.getHoldings(&truck), (std::vector<cResPtr>{second, third, first}));
+    EXPECT_EQ(store.getHoldings(&truck), (cResList{second, third, first}));
 }
 
 TEST_F(cReleasersTest, everyInstanceOfAListIsKeptUnderItsOwnType) {
@@ -83,8 +82,8 @@ TEST_F(cReleasersTest, everyInstanceOfAListIsKeptUnderItsOwnType) {
 
     store.addHoldings({aTruck, aCrane});
 
-    EXPECT_EQ(store.getHoldings(&truck), std::vector<cResPtr>{aTruck});
-    EXPECT_EQ(store.getHoldings(&crane), std::vector<cResPtr>{aCrane});
+    EXPECT_EQ(store.getHoldings(&truck), cResList{aTruck});
+    EXPECT_EQ(store.getHoldings(&crane), cResList{aCrane});
 }
 
 TEST_F(cReleasersTest, anInstanceCanStandTwice) {
@@ -92,13 +91,13 @@ TEST_F(cReleasersTest, anInstanceCanStandTwice) {
 
     store.addHoldings({made, made});
 
-    EXPECT_EQ(store.getHoldings(&truck), (std::vector<cResPtr>{made, made}));
+    EXPECT_EQ(store.getHoldings(&truck), (cResList{made, made}));
 }
 
 // ---- what is held
 
 TEST_F(cReleasersTest, aTypeThatIsNotHeldHasNoHoldingsAndCounts0) {
-    store.addHolding(amountOf(soil, 2.0));
+    store.addHolding(*amountOf(soil, 2.0));
 
     EXPECT_TRUE(store.getHoldings(&rock).empty());
     EXPECT_TRUE(store.getHoldings(&truck).empty());
@@ -108,7 +107,7 @@ TEST_F(cReleasersTest, aTypeThatIsNotHeldHasNoHoldingsAndCounts0) {
 }
 
 TEST_F(cReleasersTest, countIsTheAmountOrTheNumberOfInstances) {
-    store.addHolding(amountOf(soil, 2.5));
+    store.addHolding(*amountOf(soil, 2.5));
     store.addHoldings({instanceOf(truck), instanceOf(truck)});
 
     EXPECT_EQ(held(soil), 2.5);
@@ -116,7 +115,7 @@ TEST_F(cReleasersTest, countIsTheAmountOrTheNumberOfInstances) {
 }
 
 TEST_F(cReleasersTest, otherKeywordsCountNothing) {
-    store.addHolding(amountOf(soil, 2.5));
+    store.addHolding(*amountOf(soil, 2.5));
 
     EXPECT_EQ(store.countOf("count", &soil), 0.0);
     EXPECT_EQ(store.countOf("", &soil), 0.0);
@@ -132,8 +131,8 @@ struct cReleaseCase {
 class cReleaseAmountTest : public cReleasersTest, public ::testing::WithParamInterface<cReleaseCase> {};
 
 TEST_P(cReleaseAmountTest, lowersTheHoldingOrRemovesIt) {
-    store.addHolding(amountOf(soil, 4.0));
-    store.addHolding(amountOf(rock, 9.0));
+    store.addHolding(*amountOf(soil, 4.0));
+    store.addHolding(*amountOf(rock, 9.0));
     const cResGen released(&soil, GetParam().released);
 
     EXPECT_TRUE(store.release(released));
@@ -151,7 +150,7 @@ INSTANTIATE_TEST_SUITE_P(of4, cReleaseAmountTest,
 TEST_F(cReleasersTest, anAmountOfATypeThatIsNotHeldIsNotGivenUp) { EXPECT_FALSE(store.release(cResGen(&soil, 1.0))); }
 
 TEST_F(cReleasersTest, theSecondReleaseOfAHoldingFindsNothing) {
-    store.addHolding(amountOf(soil, 4.0));
+    store.addHolding(*amountOf(soil, 4.0));
     ASSERT_TRUE(store.release(cResGen(&soil, 4.0)));
 
     EXPECT_FALSE(store.release(cResGen(&soil, 1.0)));
@@ -165,7 +164,7 @@ TEST_F(cReleasersTest, anInstanceIsTakenOutAndTheOthersKeepTheirOrder) {
 
     EXPECT_TRUE(store.release(*second));
 
-    EXPECT_EQ(store.getHoldings(&truck), (std::vector<cResPtr>{first, third}));
+    EXPECT_EQ(store.getHoldings(&truck), (cResList{first, third}));
 }
 
 TEST_F(cReleasersTest, anInstanceThatStandsTwiceLosesOnePlace) {
@@ -174,31 +173,31 @@ TEST_F(cReleasersTest, anInstanceThatStandsTwiceLosesOnePlace) {
 
     EXPECT_TRUE(store.release(*made));
 
-    EXPECT_EQ(store.getHoldings(&truck), std::vector<cResPtr>{made});
+    EXPECT_EQ(store.getHoldings(&truck), cResList{made});
 }
 
 TEST_F(cReleasersTest, anInstanceThatIsNotHeldChangesNothingAndItsTypeIsHeldAllTheSame) {
     const auto made = instanceOf(truck);
-    store.addHolding(made);
+    store.addHolding(*made);
 
     EXPECT_TRUE(store.release(*instanceOf(truck)));
 
-    EXPECT_EQ(store.getHoldings(&truck), std::vector<cResPtr>{made});
+    EXPECT_EQ(store.getHoldings(&truck), cResList{made});
 }
 
 TEST_F(cReleasersTest, anInstanceOfATypeThatIsNotHeldIsNotGivenUp) {
-    store.addHolding(instanceOf(crane));
+    store.addHolding(*instanceOf(crane));
 
     EXPECT_FALSE(store.release(*instanceOf(truck)));
 }
 
 TEST_F(cReleasersTest, aResourceThatTravelsOnOutlivesItsPlaceHere) {
     const auto made = instanceOf(truck);
-    store.addHolding(made);
+    store.addHolding(*made);
 
     store.release(*made);
 
-    EXPECT_EQ(made.use_count(), 1);
+    EXPECT_EQ(made.holderCount(), 1);
     EXPECT_EQ(made->getInstanceName(), "Truck_1");
 }
 

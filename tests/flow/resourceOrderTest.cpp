@@ -22,12 +22,12 @@ protected:
         };
     }
 
-    std::vector<cResPtr> trucks(int count) {
-        std::vector<cResPtr> made;
-        for (int i = 0; i < count; ++i) made.push_back(std::make_shared<cResCompound>(&truck));
+    cResList trucks(int count) {
+        cResList made;
+        for (int i = 0; i < count; ++i) made.push_back(makeCounted<cResCompound>(&truck));
         return made;
     }
-    static std::vector<int> numbersOf(const std::vector<cResPtr>& resources) {
+    static std::vector<int> numbersOf(const cResList& resources) {
         std::vector<int> numbers;
         for (const cResPtr& resource : resources)
             numbers.push_back(dynamic_cast<const cResChar&>(*resource).getResNum());
@@ -99,10 +99,10 @@ TEST_F(cResourceOrderTest, theStackIsEmptyAfterAFailureToo) {
 TEST_F(cResourceOrderTest, aKeyRunsOnBehalfOfItsOwner) {
     cNodeQueue& yard = network.addQueue("Yard", truck);
     network.addLink("L", yard, network.addCombi("Haul"));
-    yard.receive(std::make_shared<cResCompound>(&truck));
+    yard.receive(*makeCounted<cResCompound>(&truck));
     const cExpression key(*network.symbols, "PredNode.CurCount", cExpression::eTrial::skip);
 
-    EXPECT_EQ(keyOf(yard.getContents().front(), key, "L", *network.symbols), 1.0);
+    EXPECT_EQ(keyOf(*yard.getContents().front(), key, "L", *network.symbols), 1.0);
 }
 
 /// The method told in its plainest form, with a generator of its own.

@@ -1,5 +1,6 @@
 #include "flow/resource.h"
 
+#include "support/holdings.h"
 #include "support/watchedNetwork.h"
 
 #include <gtest/gtest.h>
@@ -222,64 +223,29 @@ TEST_F(cResCharTest, aStoredPropertyWinsOverAComputedOne) {
     EXPECT_EQ(propertyOf(made, "speed"), 50.0);
 }
 
-// ---- lists by name
-
-TEST_F(cResCharTest, anInstanceIsInNoListUntilItIsEntered) {
-    cResCompound made(&truck);
-    EXPECT_TRUE(truck.instances.empty());
-    EXPECT_TRUE(network.resources.empty());
-
-    made.enterInLists();
-
-    EXPECT_EQ(truck.instances.at("Truck_1"), &made);
-    EXPECT_EQ(network.resources.at("Truck_1"), &made);
-}
-
-TEST_F(cResCharTest, anInstanceThatIsDestroyedLeavesTheLists) {
-    auto made = std::make_unique<cResCompound>(&truck);
-    made->enterInLists();
-
-    made.reset();
-
-    EXPECT_TRUE(truck.instances.empty());
-    EXPECT_TRUE(network.resources.empty());
-}
-
-TEST_F(cResCharTest, anInstanceLeavesANameThatAnotherHasTakenOver) {
-    auto old = std::make_unique<cResCompound>(&truck);
-    old->enterInLists();
-    truck.instanceCount = 0;  // as at the start of a replication
-    cResCompound young(&truck);
-    young.enterInLists();
-
-    old.reset();
-
-    EXPECT_EQ(truck.instances.at("Truck_1"), &young);
-    EXPECT_EQ(network.resources.at("Truck_1"), &young);
-}
-
 // ---- parts
 
 TEST_F(cResCharTest, aPartLivesUntilTheLastPlaceLetsGoOfIt) {
-    auto part = std::make_shared<cResCompound>(&truck);
-    const std::weak_ptr<cRes> watched = part;
-    auto carrier = std::make_unique<cResCompound>(&truck);
-    carrier->contents.emplace(&truck, std::move(part));
+    const cResPtr part = makeCounted<cResCompound>(&truck);
+    auto carrier = makeCounted<cResCompound>(&truck);
+    carrier->contents = holdingsOf({part});
     cHoldings elsewhere = carrier->contents;
+    const std::uint32_t inBoth = part.holderCount();
 
-    carrier.reset();
-    EXPECT_FALSE(watched.expired());
+    carrier = nullptr;
+    EXPECT_EQ(part.holderCount(), 2U);
     elsewhere.clear();
 
-    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(inBoth, 3U);
+    EXPECT_EQ(part.holderCount(), 1U);
 }
 
 TEST_F(cResCharTest, partsOfOneTypeKeepTheirOrder) {
     cResCompound carrier(&truck);
-    for (int i = 0; i < 3; ++i) carrier.contents.emplace(&truck, std::make_shared<cResCompound>(&truck));
+    for (int i = 0; i < 3; ++i) carrier.contents.listOf(&truck).add(makeCounted<cResCompound>(&truck));
 
     std::vector<int> numbers;
-    for (const auto& [type, part] : carrier.contents)
+    for (const cResPtr& part : heldOf(carrier.contents, truck))
         numbers.push_back(dynamic_cast<const cResChar&>(*part).getResNum());
 
     EXPECT_EQ(numbers, (std::vector<int>{2, 3, 4}));

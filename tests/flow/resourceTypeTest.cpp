@@ -33,7 +33,6 @@ TEST_F(cResourceTypeTest, aNewTypeHasNothing) {
     EXPECT_TRUE(truck.getHolders().empty());
     EXPECT_TRUE(truck.getSaveProps().empty());
     EXPECT_TRUE(truck.computedProps.empty());
-    EXPECT_TRUE(truck.instances.empty());
     EXPECT_EQ(truck.instanceCount, 0);
 }
 

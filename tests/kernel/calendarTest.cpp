@@ -14,18 +14,18 @@ namespace {
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-using cInstances = std::vector<std::shared_ptr<cActInstance>>;
+using cInstances = std::vector<cActInstancePtr>;
 
 /// The plain way: a list, and a walk from its front to the first instance that doesn't end earlier or at the same time.
 class cPlainCalendar {
 public:
-    void insert(const std::shared_ptr<cActInstance>& instance) {
+    void insert(const cActInstancePtr& instance) {
         const auto endsLater = [&](const auto& scheduled) {
             return !(scheduled->getEndTime() <= instance->getEndTime());
         };
         ends.insert(std::find_if(ends.begin(), ends.end(), endsLater), instance);
     }
-    std::shared_ptr<cActInstance> takeFront() {
+    cActInstancePtr takeFront() {
         const auto first = ends.front();
         ends.pop_front();
         return first;
@@ -34,14 +34,14 @@ public:
     cInstances inOrder() const { return {ends.begin(), ends.end()}; }
 
 private:
-    std::list<std::shared_ptr<cActInstance>> ends;
+    std::list<cActInstancePtr> ends;
 };
 
 /// An empty calendar and its plain twin, and instances of any end.
 class cCalendarTest : public ::testing::Test {
 protected:
-    std::shared_ptr<cActInstance> instanceWithEnd(double end) {
-        auto instance = std::make_shared<cActInstance>(work, nextId++, 0.0, cHoldings{});
+    cActInstancePtr instanceWithEnd(double end) {
+        auto instance = makeCounted<cActInstance>(work, nextId++, 0.0, cHoldings{});
         instance->setDuration(end);
         return instance;
     }
@@ -86,7 +86,7 @@ TEST_F(cCalendarTest, anEndThatIsNotANumberGoesToTheFrontAndHoldsUpWhatWasThere)
     EXPECT_EQ(calendar.inOrder(), plain.inOrder());
     EXPECT_EQ(calendar.takeFront()->getEndTime(), 2.0);
     EXPECT_EQ(calendar.takeFront()->getEndTime(), 4.0);
-    EXPECT_NE(calendar.front()->getEndTime(), calendar.front()->getEndTime());
+    EXPECT_NE(calendar.front().getEndTime(), calendar.front().getEndTime());
     calendar.takeFront();
     EXPECT_EQ(takeAll(), (std::vector<double>{1.0, 3.0}));
 }
@@ -103,16 +103,61 @@ TEST_F(cCalendarTest, aClearedCalendarIsEmptyAndTakesInstancesAgain) {
 }
 
 TEST_F(cCalendarTest, anInstanceThatWasTakenIsLetGo) {
-    std::weak_ptr<cActInstance> taken;
-    {
-        const auto instance = instanceWithEnd(1.0);
-        taken = instance;
-        calendar.insert(instance);
-    }
+    const auto instance = instanceWithEnd(1.0);
+    calendar.insert(instance);
+    const std::uint32_t whileScheduled = instance.holderCount();
 
     calendar.takeFront();
 
-    EXPECT_TRUE(taken.expired());
+    EXPECT_EQ(whileScheduled, 2U);
+    EXPECT_EQ(instance.holderCount(), 1U);
+}
+
+TEST_F(cCalendarTest, aListOfTheInstancesLeavesThemOnTheCalendar) {
+    const auto instance = instanceWithEnd(notANumber);
+    calendar.insert(instance);
+    calendar.inOrder();
+
+    EXPECT_EQ(instance.holderCount(), 2U);
+    EXPECT_EQ(calendar.takeFront(), instance);
+}
+
+/// Instances before, at and behind ends that are not numbers, all of which a calendar holds.
+class cFilledCalendarTest : public cCalendarTest {
+protected:
+    void fill(cCalendar& filled) {
+        for (const double end : {1.0, 2.0, notANumber, 3.0, notANumber, 0.0, 4.0}) {
+            made.push_back(instanceWithEnd(end));
+            filled.insert(made.back());
+        }
+    }
+    /// How many hold each instance.
+    std::vector<std::uint32_t> holders() const {
+        std::vector<std::uint32_t> counts;
+        for (const auto& instance : made) counts.push_back(instance.holderCount());
+        return counts;
+    }
+
+    cInstances made;
+};
+
+TEST_F(cFilledCalendarTest, aClearedCalendarLetsGoOfEveryInstance) {
+    fill(calendar);
+    const std::vector<std::uint32_t> before = holders();
+
+    calendar.clear();
+
+    EXPECT_EQ(before, std::vector<std::uint32_t>(made.size(), 2));
+    EXPECT_EQ(holders(), std::vector<std::uint32_t>(made.size(), 1));
+}
+
+TEST_F(cFilledCalendarTest, aCalendarThatIsDestroyedLetsGoOfEveryInstance) {
+    {
+        cCalendar shortLived;
+        fill(shortLived);
+    }
+
+    EXPECT_EQ(holders(), std::vector<std::uint32_t>(made.size(), 1));
 }
 
 /// Any mixture of insertions and takings gives the order of the plain walk.
@@ -127,7 +172,7 @@ TEST_P(cCalendarTwinTest, hasTheOrderOfThePlainWalk) {
         if (numbers() % 100 < takings) {
             ASSERT_EQ(calendar.empty(), plain.empty());
             if (!plain.empty()) {
-                ASSERT_EQ(calendar.front(), plain.inOrder().front());
+                ASSERT_EQ(&calendar.front(), plain.inOrder().front().get());
                 ASSERT_EQ(calendar.takeFront(), plain.takeFront());
             }
         } else {

@@ -2,6 +2,7 @@
 
 #include "kernel/trace.h"
 #include "support/failureOf.h"
+#include "support/holdings.h"
 #include "support/watchedNetwork.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +24,7 @@ protected:
     }
 
     void fill(const std::string& queue, double amount) {
-        network.findElement<cNodeQueue>(queue)->receive(std::make_shared<cResGen>(&soil, amount));
+        network.findElement<cNodeQueue>(queue)->receive(*makeCounted<cResGen>(&soil, amount));
     }
     void forgetTrace() { network.trace.restart(); }
     /// A second Combi, whose cycle of 3 keeps the clock going.
@@ -72,7 +73,7 @@ TEST_F(cCombiTest, theInstanceHoldsWhatWasDrawnAndTheCombiNothing) {
 
     const cHoldings& held = dig.latestInstance()->getResources();
     ASSERT_EQ(held.size(), 1U);  // one type: the amounts have merged
-    EXPECT_EQ(held.begin()->second->quantity(), 2.0);
+    EXPECT_EQ(amountHeld(held, soil), 2.0);
     EXPECT_EQ(dig.countOf("Count", &soil), 0.0);
 }
 
@@ -198,7 +199,7 @@ TEST_F(cCombiTest, theDrawsSeeWhatTheCodeChanged) {
 
     dig.attempt();
 
-    EXPECT_EQ(dig.latestInstance()->getResources().begin()->second->quantity(), 8.0);
+    EXPECT_EQ(amountHeld(dig.latestInstance()->getResources(), soil), 8.0);
 }
 
 TEST_F(cCombiTest, codeBeforeTheDrawsDoesNotRunForAFailure) {

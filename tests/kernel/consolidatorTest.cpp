@@ -2,6 +2,7 @@
 
 #include "support/burst.h"
 #include "support/failureOf.h"
+#include "support/holdings.h"
 #include "support/watchedNetwork.h"
 
 #include <gtest/gtest.h>
@@ -21,7 +22,7 @@ protected:
     cNodeAct::cStatistics statistics() const { return gather.getStatistics(); }
     void receiveAt(double time, const cResPtr& resource) {
         network.simTime = time;
-        gather.receive(resource);
+        gather.receive(*resource);
     }
     void receiveSoilAt(double time) { receiveAt(time, amountOf(soil, 1.0)); }
     const cActInstance& instance(int instanceId) const { return *gather.findInstance(instanceId); }
@@ -117,14 +118,14 @@ INSTANTIATE_TEST_SUITE_P(values, cFiringConditionTest,
 TEST_F(cConsolidatorTest, theConditionIsTestedForEachResourceAndCanFireInTheMidstOfABurst) {
     fireOnDemand();
     network.onGet = [&](const std::string&) { return network.askedKeys.size() == 3 ? 1.0 : 0.0; };
-    std::vector<cResPtr> trucks;
+    cResList trucks;
     for (int i = 0; i < 5; ++i) trucks.push_back(instanceOf(truck));
 
     sendBurst(gather, trucks);
 
     EXPECT_EQ(network.askedKeys.size(), 5U);
     EXPECT_EQ(instance(1).getResources().size(), 3U);
-    EXPECT_EQ(gather.getHoldings(&truck), (std::vector<cResPtr>{trucks[3], trucks[4]}));
+    EXPECT_EQ(gather.getHoldings(&truck), (cResList{trucks[3], trucks[4]}));
 }
 
 TEST_F(cConsolidatorTest, theConditionRunsOnBehalfOfNobody) {
@@ -218,7 +219,7 @@ TEST_F(cConsolidatorTest, startCodeThatFailsLeavesTheGatheringToTheNextArrival) 
     EXPECT_EQ(failure.message, "Division by 0.");
     EXPECT_EQ(statistics().nextInstance, 3);
     EXPECT_EQ(instance(2).getStartTime(), 12.0);
-    EXPECT_EQ(instance(2).getResources().begin()->second->quantity(), 3.0);
+    EXPECT_EQ(amountHeld(instance(2).getResources(), soil), 3.0);
 }
 
 TEST_F(cConsolidatorTest, anAmountOf0SetsOffTheGathering) {
@@ -230,7 +231,7 @@ TEST_F(cConsolidatorTest, anAmountOf0SetsOffTheGathering) {
 
     EXPECT_EQ(instance(1).getStartTime(), 4.0);
     ASSERT_EQ(instance(1).getResources().size(), 1U);
-    EXPECT_EQ(instance(1).getResources().begin()->second->quantity(), 2.0);
+    EXPECT_EQ(amountHeld(instance(1).getResources(), soil), 2.0);
 }
 
 // ---- batches
@@ -242,7 +243,7 @@ TEST_F(cConsolidatorTest, anInstanceCoversTheTimeOfGathering) {
     EXPECT_EQ(instance(1).getStartTime(), 4.0);
     EXPECT_EQ(instance(1).getDuration(), 8.0);
     EXPECT_EQ(instance(1).getEndTime(), 12.0);
-    EXPECT_EQ(instance(1).getResources().count(&truck), 3U);
+    EXPECT_EQ(heldOf(instance(1).getResources(), truck).size(), 3U);
     EXPECT_EQ(statistics().nextInstance, 2);
 }
 
@@ -348,10 +349,10 @@ TEST_F(cConsolidatorTest, aDrawnConsolidatorIsRefreshedByAFiringAndNotByAnArriva
     cDrawnConsolidator drawn;
     drawn.setFiringConditionText("SimTime>10");
 
-    drawn.receive(amountOf(soil, 1.0));
+    drawn.receive(*amountOf(soil, 1.0));
     const int afterArrival = drawn.refreshed;
     network.simTime = 12.0;
-    drawn.receive(amountOf(soil, 1.0));
+    drawn.receive(*amountOf(soil, 1.0));
 
     EXPECT_EQ(afterArrival, 0);
     EXPECT_EQ(drawn.refreshed, 1);
@@ -374,37 +375,38 @@ TEST_F(cConsolidatorTest, theInstanceEndsInTheAdvanceOfTheClockThatStartedIt) {
 TEST_F(cConsolidatorTest, whatComesBetweenAFiringAndTheEndOfItsInstanceCeasesToExist) {
     fireOnDemand();
     network.onGet = [&](const std::string&) { return network.askedKeys.size() == 1 ? 1.0 : 0.0; };
-    auto late = instanceOf(truck);
-    const std::weak_ptr<cRes> watched = late;
-    sendBurst(gather, {instanceOf(truck), std::move(late)});
-    const bool during = watched.expired();
+    const cResPtr late = instanceOf(truck);
+    sendBurst(gather, {instanceOf(truck), late});
+    const std::uint32_t during = late.holderCount();
 
     network.advanceClock();
 
-    EXPECT_FALSE(during);
-    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(during, 2U);
+    EXPECT_EQ(late.holderCount(), 1U);
     EXPECT_EQ(held(truck), 0.0);
 }
 
 TEST_F(cConsolidatorTest, aResetLetsGoOfWhatWasGathered) {
     fireOnDemand();
-    auto waiting = instanceOf(truck);
-    const std::weak_ptr<cRes> watched = waiting;
-    gather.receive(std::move(waiting));
+    const cResPtr waiting = instanceOf(truck);
+    gather.receive(*waiting);
+    const std::uint32_t gathered = waiting.holderCount();
 
     network.resetRun();
 
-    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(gathered, 2U);
+    EXPECT_EQ(waiting.holderCount(), 1U);
 }
 
 TEST_F(cConsolidatorTest, aResetLetsGoOfInstancesOnTheCalendar) {
-    auto waiting = instanceOf(truck);
-    const std::weak_ptr<cRes> watched = waiting;
-    gather.receive(std::move(waiting));
+    const cResPtr waiting = instanceOf(truck);
+    gather.receive(*waiting);
+    const std::uint32_t onCalendar = waiting.holderCount();
 
     network.resetRun();
 
-    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(onCalendar, 2U);
+    EXPECT_EQ(waiting.holderCount(), 1U);
     EXPECT_FALSE(network.advanceClock());
 }
 

@@ -1,5 +1,6 @@
 #include "kernel/activity.h"
 
+#include "support/holdings.h"
 #include "support/recordingReceiver.h"
 #include "support/watchedNetwork.h"
 
@@ -33,8 +34,8 @@ protected:
     }
     /// Starts an instance that holds `amount` of soil and ends it.
     void fire(double amount) {
-        work.startInstance({{&soil, std::make_shared<cResGen>(&soil, amount)}}, 0.0, 5.0);
-        work.endInstance(work.getStatistics().nextInstance - 1);
+        work.startInstance(holdingsOf({makeCounted<cResGen>(&soil, amount)}), 0.0, 5.0);
+        work.endInstance(work.findInstance(work.getStatistics().nextInstance - 1));
     }
 
     cWatchedNetwork network;
@@ -150,67 +151,99 @@ TEST_F(cInstanceEndTest, theMarkStillStandsInTheEndCodeAndAtTheSettling) {
 }
 
 TEST_F(cInstanceEndTest, withoutOutLinksTheResourcesCeaseToExist) {
-    auto dumper = std::make_shared<cResCompound>(&truck);
-    dumper->enterInLists();
-    const std::weak_ptr<cRes> watched = dumper;
-    work.startInstance({{&truck, std::move(dumper)}}, 0.0, 5.0);
+    const cResPtr dumper = makeCounted<cResCompound>(&truck);
+    work.startInstance(holdingsOf({dumper}), 0.0, 5.0);
+    const std::uint32_t during = dumper.holderCount();
 
     network.advanceClock();
 
-    EXPECT_TRUE(watched.expired());
-    EXPECT_TRUE(network.resources.empty());
-    EXPECT_TRUE(truck.instances.empty());
+    EXPECT_EQ(during, 2U);
+    EXPECT_EQ(dumper.holderCount(), 1U);
+    EXPECT_EQ(work.countOf("Count", &truck), 0.0);
 }
 
 TEST_F(cInstanceEndTest, whatNoLinkTookCeasesToExist) {
-    auto taken = std::make_shared<cResCompound>(&truck);
-    auto left = std::make_shared<cResCompound>(&truck);
-    const std::weak_ptr<cRes> watched = left;
+    const cResPtr taken = makeCounted<cResCompound>(&truck);
+    const cResPtr left = makeCounted<cResCompound>(&truck);
     connect(a, first, truck);
     a.setRuleText(eLinkRule::releaseUntil, "GET(\"stop\")");
     network.onGet = [&](const std::string&) { return first.received.empty() ? 0.0 : 1.0; };
-    work.startInstance({{&truck, taken}, {&truck, std::move(left)}}, 0.0, 5.0);
+    work.startInstance(holdingsOf({taken, left}), 0.0, 5.0);
 
     network.advanceClock();
 
-    EXPECT_EQ(first.received, std::vector<cResPtr>{taken});
-    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(first.received, cResList{taken});
+    EXPECT_EQ(left.holderCount(), 1U);
     EXPECT_EQ(work.countOf("Count", &truck), 0.0);
 }
 
 TEST_F(cInstanceEndTest, beforeEndCodeSeesTheResourcesHeld) {
     connect(a, first, truck);
     network.execute("BEFOREEND Work POST \"%d\" Work.Truck.ResNum;\n");
-    work.startInstance({{&truck, std::make_shared<cResCompound>(&truck)}}, 0.0, 5.0);
+    work.startInstance(holdingsOf({makeCounted<cResCompound>(&truck)}), 0.0, 5.0);
 
-    work.endInstance(0);
+    work.endInstance(work.findInstance(0));
 
     EXPECT_EQ(network.messages.front(), "1");
 }
 
 TEST_F(cInstanceEndTest, eachInstanceReleasesItsOwnResources) {
-    auto firstTruck = std::make_shared<cResCompound>(&truck);
-    auto secondTruck = std::make_shared<cResCompound>(&truck);
+    auto firstTruck = makeCounted<cResCompound>(&truck);
+    auto secondTruck = makeCounted<cResCompound>(&truck);
     connect(a, first, truck);
-    work.startInstance({{&truck, firstTruck}}, 0.0, 5.0);
-    work.startInstance({{&truck, secondTruck}}, 0.0, 5.0);
+    work.startInstance(holdingsOf({firstTruck}), 0.0, 5.0);
+    work.startInstance(holdingsOf({secondTruck}), 0.0, 5.0);
 
-    work.endInstance(1);
+    work.endInstance(work.findInstance(1));
 
-    EXPECT_EQ(first.received, std::vector<cResPtr>{secondTruck});
+    EXPECT_EQ(first.received, cResList{secondTruck});
     EXPECT_EQ(work.findInstance(1), nullptr);
     EXPECT_NE(work.findInstance(0), nullptr);
     EXPECT_EQ(work.getStatistics().curInst, 1);
 }
 
 TEST_F(cInstanceEndTest, anInstanceThatDoesNotRunEndsWithoutEffect) {
-    fire(4.0);
+    work.startInstance({}, 0.0, 5.0);
+    const cActInstancePtr ended = work.findInstance(0);
+    work.endInstance(ended);
 
-    work.endInstance(0);
-    work.endInstance(7);
+    work.endInstance(ended);
+    work.endInstance(work.findInstance(7));  // there is none
 
+    EXPECT_FALSE(ended->isRunning());
     EXPECT_EQ(work.getStatistics().curInst, 0);
     EXPECT_EQ(network.trace.size(), 3U);  // the header and the two lines of the first end
+}
+
+TEST_F(cInstanceEndTest, anInstanceThatIsUsedAgainIsInEveryRespectTheLaterOne) {
+    const cResPtr dumper = makeCounted<cResCompound>(&truck);
+    work.startInstance(holdingsOf({makeCounted<cResGen>(&soil, 4.0)}), 0.0, 5.0);
+    const cActInstance* used = work.latestInstance();
+    network.advanceClock();
+
+    work.startInstance(holdingsOf({dumper}), 9.0, 2.0);
+
+    const cActInstancePtr later = work.findInstance(1);
+    ASSERT_NE(later, nullptr);
+    ASSERT_EQ(later.get(), used);
+    EXPECT_EQ(later->getStartTime(), 9.0);
+    EXPECT_EQ(later->getDuration(), 2.0);
+    EXPECT_EQ(later->getEndTime(), 11.0);
+    EXPECT_EQ(later->getResources().size(), 1U);
+    EXPECT_EQ(heldOf(later->getResources(), truck), cResList{dumper});
+    EXPECT_EQ(work.findInstance(0), nullptr);
+}
+
+TEST_F(cInstanceEndTest, instancesEndInAnyOrderAndTheOthersAreStillFound) {
+    for (int i = 0; i < 4; ++i) work.startInstance({}, 0.0, 5.0);
+
+    for (const std::int32_t id : {1, 3, 0}) work.endInstance(work.findInstance(id));
+
+    for (const std::int32_t id : {0, 1, 3}) EXPECT_EQ(work.findInstance(id), nullptr) << id;
+    ASSERT_NE(work.findInstance(2), nullptr);
+    EXPECT_EQ(work.findInstance(2)->getInstanceId(), 2);
+    EXPECT_EQ(work.latestInstance(), nullptr);  // it has ended
+    EXPECT_EQ(work.getStatistics().curInst, 1);
 }
 
 TEST_F(cInstanceEndTest, aDrawnActivityIsRefreshedAtTheEndAndNotByAStartAlone) {
@@ -220,7 +253,7 @@ TEST_F(cInstanceEndTest, aDrawnActivityIsRefreshedAtTheEndAndNotByAStartAlone) {
     drawn->startInstance({}, 0.0, 5.0);
     ASSERT_TRUE(network.messages.empty());
 
-    drawn->endInstance(0);
+    drawn->endInstance(drawn->findInstance(0));
 
     EXPECT_EQ(network.messages, (cTexts{"end ", "refresh"}));
 }

@@ -312,13 +312,15 @@ TEST_F(cNetworkTest, resetReachesEveryElementByNameOrderAndSkipsEmptyEntries) {
 }
 
 TEST_F(cNetworkTest, characterizedResourcesThatInitMadeAreForgottenWithTheReplication) {
-    network.addQueue("Yard", network.addCompoundType("Truck"));
+    const cNodeQueue& yard = network.addQueue("Yard", network.addCompoundType("Truck"));
     network.execute("INIT Yard 2;\n");
-    ASSERT_EQ(network.resources.size(), 2U);
+    ASSERT_EQ(yard.getContents().size(), 2U);
+    const cResPtr second = yard.getContents()[1];
 
     network.resetRun();
 
-    EXPECT_TRUE(network.resources.empty());
+    EXPECT_TRUE(yard.getContents().empty());
+    EXPECT_EQ(second.holderCount(), 1U);
 }
 
 TEST(cNetworkEndTest, aNetworkIsDestroyedCleanlyInTheMiddleOfARun) {

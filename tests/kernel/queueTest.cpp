@@ -26,10 +26,10 @@ TEST_F(cQueueTest, amountsAddUp) {
 }
 
 TEST_F(cQueueTest, anAmountThatComesInStaysAsItIs) {
-    const auto load = std::make_shared<cResGen>(&soil, 2.0);
+    const auto load = makeCounted<cResGen>(&soil, 2.0);
     receiveSoil(3.0);
 
-    pile.receive(load);
+    pile.receive(*load);
 
     EXPECT_EQ(load->getAmount(), 2.0);
 }
@@ -54,7 +54,7 @@ TEST_F(cQueueTest, aResourceKnowsWhereItWaitsAndSinceWhen) {
 TEST_F(cQueueTest, aQueueWithoutOutLinksReceivesAndCounts) {
     cNodeQueue& dump = network.addQueue("Dump", soil);
 
-    dump.receive(std::make_shared<cResGen>(&soil, 3.0));
+    dump.receive(*makeCounted<cResGen>(&soil, 3.0));
     dump.flowSettle();
     const double drawn = dump.drawAmount(1.0);
 
@@ -66,7 +66,7 @@ TEST_F(cQueueTest, aQueueWithoutATypeTakesNothingIn) {
     cNodeQueue queue;
     network.simTime = 3.0;
 
-    queue.receive(std::make_shared<cResGen>(&soil, 3.0));
+    queue.receive(*makeCounted<cResGen>(&soil, 3.0));
 
     EXPECT_EQ(queue.getCurCount(), 0.0);
     EXPECT_EQ(queue.getAttribute("TotCount"), 0.0);
@@ -74,7 +74,7 @@ TEST_F(cQueueTest, aQueueWithoutATypeTakesNothingIn) {
 }
 
 TEST_F(cQueueTest, aCharacterizedResourceIsRefusedByAGenericQueue) {
-    const cException failure = failureOf([&] { pile.receive(std::make_shared<cResCompound>(&truck)); });
+    const cException failure = failureOf([&] { pile.receive(*makeCounted<cResCompound>(&truck)); });
 
     EXPECT_EQ(failure.code, 2);
     EXPECT_TRUE(failure.message.starts_with("Queue ")) << failure.message;
@@ -83,7 +83,7 @@ TEST_F(cQueueTest, aCharacterizedResourceIsRefusedByAGenericQueue) {
 }
 
 TEST_F(cQueueTest, anAmountIsRefusedByACharacterizedQueue) {
-    const cException failure = failureOf([&] { yard.receive(std::make_shared<cResGen>(&soil, 1.0)); });
+    const cException failure = failureOf([&] { yard.receive(*makeCounted<cResGen>(&soil, 1.0)); });
 
     EXPECT_EQ(failure.code, 2);
     EXPECT_TRUE(failure.message.starts_with("Queue ")) << failure.message;
@@ -93,7 +93,7 @@ TEST_F(cQueueTest, anAmountIsRefusedByACharacterizedQueue) {
 }
 
 TEST_F(cQueueTest, anAmountWithoutATypeIsRefusedByACharacterizedQueue) {
-    const cException failure = failureOf([&] { yard.receive(std::make_shared<cResGen>(nullptr, 1.0)); });
+    const cException failure = failureOf([&] { yard.receive(*makeCounted<cResGen>(nullptr, 1.0)); });
 
     EXPECT_EQ(failure.code, 2);
 }
@@ -140,28 +140,26 @@ TEST_F(cQueueTest, aResourceThatIsNotThereIsNotGiven) {
 
 TEST_F(cQueueTest, aResourceThatStandsTwiceIsDrawnOnceAtATime) {
     const auto made = receiveTruck();
-    yard.receive(made);
-    const std::weak_ptr<cRes> watched = made;
+    yard.receive(*made);
     EXPECT_EQ(yard.getCurCount(), 2.0);
+    EXPECT_EQ(made.holderCount(), 3U);
 
     EXPECT_EQ(yard.drawInstance(made), made);
     EXPECT_EQ(yard.getContents(), std::deque<cResPtr>{made});
     EXPECT_EQ(yard.drawInstance(made), made);
 
     EXPECT_TRUE(yard.getContents().empty());
+    EXPECT_EQ(made.holderCount(), 1U);
 }
 
 TEST_F(cQueueTest, aResourceThatStandsTwiceIsForgottenCleanly) {
-    const std::weak_ptr<cRes> watched = [&] {
-        auto made = receiveTruck();
-        yard.receive(made);
-        return made;
-    }();
-    ASSERT_FALSE(watched.expired());
+    const auto made = receiveTruck();
+    yard.receive(*made);
+    ASSERT_EQ(made.holderCount(), 3U);
 
     yard.resetElement();
 
-    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(made.holderCount(), 1U);
 }
 
 // ---- who is woken
@@ -180,7 +178,7 @@ TEST_F(cQueueTest, aSuccessfulCharacterizedDrawWakesNobody) {
 }
 
 TEST_F(cQueueTest, aCharacterizedDrawThatFindsNothingWakesTheCombisBehind) {
-    yard.drawInstance(std::make_shared<cResCompound>(&truck));
+    yard.drawInstance(makeCounted<cResCompound>(&truck));
 
     EXPECT_TRUE(haul.mayAttempt());
 }
@@ -209,13 +207,13 @@ TEST_F(cQueueTest, everyChangeIsDrawnAnew) {
     cDrawnQueue drawn;
     drawn.setResType(&soil);
 
-    drawn.receive(std::make_shared<cResGen>(&soil, 3.0));
+    drawn.receive(*makeCounted<cResGen>(&soil, 3.0));
     drawn.drawAmount(1.0);
     EXPECT_EQ(drawn.redraws, 2);
 
     drawn.setResType(&truck);
-    const auto made = std::make_shared<cResCompound>(&truck);
-    drawn.receive(made);
+    const auto made = makeCounted<cResCompound>(&truck);
+    drawn.receive(*made);
     drawn.drawInstance(made);
     drawn.drawInstance(made);
     EXPECT_EQ(drawn.redraws, 5);
@@ -261,7 +259,7 @@ TEST_F(cQueueTest, aTypeThatIsDestroyedLeavesAnUsableQueueWithoutAType) {
     network.resourceTypes.erase("Soil");
 
     EXPECT_EQ(pile.getResType(), nullptr);
-    EXPECT_NO_THROW(pile.receive(std::make_shared<cResGen>(nullptr, 1.0)));
+    EXPECT_NO_THROW(pile.receive(*makeCounted<cResGen>(nullptr, 1.0)));
     EXPECT_EQ(pile.getCurCount(), 5.0);
     pile.resetElement();
     EXPECT_TRUE(pile.getContents().empty());
@@ -281,11 +279,12 @@ TEST_F(cQueueTest, aTypeThatIsReplacedWhileResourcesWaitLeavesNothingDangling) {
 // ---- reset
 
 TEST_F(cQueueTest, resetDestroysWhatWaits) {
-    const std::weak_ptr<cRes> waiting = receiveTruck();
+    const cResPtr waiting = receiveTruck();
+    ASSERT_EQ(waiting.holderCount(), 2U);
 
     yard.resetElement();
 
-    EXPECT_TRUE(waiting.expired());
+    EXPECT_EQ(waiting.holderCount(), 1U);
     EXPECT_TRUE(yard.getContents().empty());
 }
 

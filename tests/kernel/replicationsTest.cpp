@@ -406,7 +406,8 @@ TEST_F(cReplicationsTest, resourcesAreNumberedFrom1InEachReplication) {
     std::vector<cTexts> names;
     observer.onEnd = [&] {
         names.emplace_back();
-        for (const auto& [name, resource] : network.resources) names.back().push_back(name);
+        for (const cResPtr& waiting : yard.getContents())
+            names.back().push_back(waiting->asInstance()->getInstanceName());
     };
 
     run("MULTISIM 2;\n");

@@ -18,7 +18,7 @@ std::vector<std::string> suffixesOf(const cNetworkElement& element) {
 class cResultColumnsTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        queue.receive(std::make_shared<cResGen>(queue.getResType(), 5.0));
+        queue.receive(*makeCounted<cResGen>(queue.getResType(), 5.0));
         network.simTime = 10.0;
         queue.drawAmount(2.0);
         network.simTime = 20.0;

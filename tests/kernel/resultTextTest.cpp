@@ -11,7 +11,7 @@ class cResultTextTest : public ::testing::Test {
 protected:
     void SetUp() override {
         network.execute("ADDTORESULTS tons 1234567;\nADDTORESULTS cost 0.125;\n");
-        pile.receive(std::make_shared<cResGen>(pile.getResType(), 5.0));
+        pile.receive(*makeCounted<cResGen>(pile.getResType(), 5.0));
         network.simTime = 10.0;
         pile.drawAmount(2.0);
         network.simTime = 20.0;

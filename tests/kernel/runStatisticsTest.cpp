@@ -173,6 +173,48 @@ TEST_F(cRunStatisticsTest, anEntryIsCompiledAtEachReplicationWithItsTrial) {
     EXPECT_EQ(network.symbols->randomStreams().first().getState(), twin.getState());
 }
 
+TEST_F(cRunStatisticsTest, everyReplicationDrawsForTheTrialAndForTheValue) {
+    network.execute("ADDTORESULTS r Rnd()*2;\n");
+    statistics.prepare();
+    cRandomGenerator twin = network.symbols->randomStreams().first();
+    double sum = 0.0;
+    for (int i = 0; i < 3; ++i) {
+        twin.uniform();
+        sum += roundThroughText(roundThroughText(twin.uniform()) * 2.0);
+    }
+
+    for (int i = 0; i < 3; ++i) gatherAt(1.0);
+
+    EXPECT_NEAR(statistics.getMeans().at(1), sum / 3.0, 1e-12);  // the mean is gathered in another order
+    EXPECT_EQ(network.symbols->randomStreams().first().getState(), twin.getState());
+}
+
+TEST_F(cRunStatisticsTest, anEntryMeansWhatItsTextAndItsNamesMeanThen) {
+    network.execute("ADDTORESULTS r x+1;\n");
+    statistics.prepare();
+    gatherAt(1.0);
+    EXPECT_EQ(statistics.getMeans().at(1), 1.0);
+
+    network.execute("SAVEVALUE x 2;\n");
+    gatherAt(1.0);
+    EXPECT_EQ(statistics.getMeans().at(1), 2.0);
+
+    network.execute("ADDTORESULTS r x+9;\n");
+    gatherAt(1.0);
+    EXPECT_EQ(statistics.getMeans().at(1), 5.0);
+}
+
+TEST_F(cRunStatisticsTest, anEntryThatFailedIsTriedAgain) {
+    network.execute("ADDTORESULTS r 6/(1-SimTime);\n");
+    statistics.prepare();
+    failureOf([&] { gatherAt(1.0); });
+
+    gatherAt(2.0);
+
+    EXPECT_EQ(statistics.getMeans().at(1), -6.0);
+    EXPECT_EQ(failureOf([&] { gatherAt(1.0); }).message, "Division by 0.");
+}
+
 TEST_F(cRunStatisticsTest, aReplicationWhoseEntryFailsIsNotCounted) {
     network.execute("ADDTORESULTS r 1/(1-SimTime);\n");
     statistics.prepare();

@@ -32,9 +32,9 @@ TEST_F(cTraceTest, theFirstLineIsTheHeader) {
 TEST_F(cTraceTest, anAttemptGivesTimeCombiAndResult) {
     network.simTime = 3.0;
 
-    traceAttempt(network, "C", attemptResult::queueSupport);
-    traceAttempt(network, "C", attemptResult::semaphore);
-    traceAttempt(network, "C", attemptResult::success);
+    network.trace.attempt(network.simTime, "C", attemptResult::queueSupport);
+    network.trace.attempt(network.simTime, "C", attemptResult::semaphore);
+    network.trace.attempt(network.simTime, "C", attemptResult::success);
 
     EXPECT_EQ(lines(), (cTexts{"3.00,ATTEMPT,C,Fail-QueueSupport,,,,\n", "3.00,ATTEMPT,C,Fail-Semaphore,,,,\n",
                                "3.00,ATTEMPT,C,Success,,,,\n"}));
@@ -43,8 +43,8 @@ TEST_F(cTraceTest, anAttemptGivesTimeCombiAndResult) {
 TEST_F(cTraceTest, anEndGivesTheNumberOfTheInstance) {
     network.simTime = 12.5;
 
-    traceEnd(network, "BEFOREEND", "Work", 1);
-    traceEnd(network, "ONEND", "Work", 1);
+    network.trace.end(network.simTime, "BEFOREEND", "Work", 1);
+    network.trace.end(network.simTime, "ONEND", "Work", 1);
 
     EXPECT_EQ(lines(), (cTexts{"12.50,BEFOREEND,Work(1),,,,\n", "12.50,ONEND,Work(1),,,,\n"}));
 }
@@ -52,7 +52,7 @@ TEST_F(cTraceTest, anEndGivesTheNumberOfTheInstance) {
 TEST_F(cTraceTest, aDrawGivesTheCountsOfTheQueue) {
     network.simTime = 7.0;
 
-    traceDraw(network, "Q", 4.0, 9.0);
+    network.trace.draw(network.simTime, "Q", 4.0, 9.0);
 
     EXPECT_EQ(lines(), cTexts{"7.00,ONDRAWFROM,Q,,,,4.00,9.00,\n"});
 }
@@ -60,7 +60,7 @@ TEST_F(cTraceTest, aDrawGivesTheCountsOfTheQueue) {
 TEST_F(cTraceTest, anEntryGivesABareLineFeed) {
     network.simTime = 7.0;
 
-    traceEntry(network);
+    network.trace.entry();
 
     EXPECT_EQ(lines(), cTexts{"\n"});
 }
@@ -68,17 +68,17 @@ TEST_F(cTraceTest, anEntryGivesABareLineFeed) {
 TEST_F(cTraceTest, aBranchGivesForkRunningSumAndSuccessor) {
     network.simTime = 7.5;
 
-    traceBranch(network, "F", true, 0.25, "Dump");
-    traceBranch(network, "F", false, 1.0, "Pile");
+    network.trace.branch(network.simTime, "F", true, 0.25, "Dump");
+    network.trace.branch(network.simTime, "F", false, 1.0, "Pile");
 
     EXPECT_EQ(lines(), (cTexts{"7.50,FORKCHOOSE,F,,,,,,0.25,Dump\n", "7.50,FORKNOCHOOSE,F,,,,,,1.00,Pile\n"}));
 }
 
 TEST_F(cTraceTest, timesAndCountsHaveTwoDecimals) {
     network.simTime = 10.004;
-    traceDraw(network, "Q", 1.0 / 3.0, 2.005);
+    network.trace.draw(network.simTime, "Q", 1.0 / 3.0, 2.005);
     network.simTime = -0.001;
-    traceDraw(network, "Q", 0.125, 1e15);
+    network.trace.draw(network.simTime, "Q", 0.125, 1e15);
 
     EXPECT_EQ(lines(), (cTexts{"10.00,ONDRAWFROM,Q,,,,0.33,2.00,\n",  // 2.005 lies a trifle below the half
                                "-0.00,ONDRAWFROM,Q,,,,0.12,1000000000000000.00,\n"}));  // exact halves to even
@@ -97,14 +97,14 @@ TEST_F(cTraceTest, aLineIsCutAt255Characters) {
 TEST_F(cTraceTest, aCutLineLosesItsLineFeed) {
     network.simTime = 2e250;  // 251 digits, a point and two decimals
 
-    traceAttempt(network, "C", attemptResult::success);
+    network.trace.attempt(network.simTime, "C", attemptResult::success);
 
     EXPECT_EQ(lines().at(0).size(), 255U);
     EXPECT_TRUE(lines().at(0).ends_with(".00,"));
 }
 
 TEST_F(cTraceTest, theTraceStopsAt50000LinesTheHeaderIncluded) {
-    for (int i = 0; i < 50010; ++i) traceAttempt(network, std::to_string(i), attemptResult::success);
+    for (int i = 0; i < 50010; ++i) network.trace.attempt(network.simTime, std::to_string(i), attemptResult::success);
 
     EXPECT_EQ(network.trace.size(), 50000U);
     EXPECT_EQ(network.traceLines().front(), traceHeader);
@@ -126,7 +126,7 @@ TEST_F(cTraceTest, aReplicationWithMoreLinesThanTheTraceHoldsRunsOn) {
 }
 
 TEST_F(cTraceTest, aResetLeavesTheHeaderAlone) {
-    traceEntry(network);
+    network.trace.entry();
 
     network.resetRun();
 

@@ -86,9 +86,9 @@ TEST(entryCodeTest, knowsTheResourceThatEntered) {
     cResTypeGen& soil = network.addGenericType("Soil");
     cNodeQueue& soil1 = network.addQueue("Soil1", soil);
     network.execute("ONENTRY Soil1 POST here;");
-    const auto resource = std::make_shared<cResGen>(&soil, 1.0);
+    const auto resource = makeCounted<cResGen>(&soil, 1.0);
 
-    soil1.receive(resource);
+    soil1.receive(*resource);
 
     EXPECT_EQ(network.entered, resource.get());
     EXPECT_EQ(network.symbols->currentResource, nullptr);

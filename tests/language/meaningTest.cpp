@@ -1,7 +1,8 @@
 // What a compiled expression keeps of the meaning of its names, and when it looks them up again.
 
+#include "language/rounding.h"
 #include "support/failureOf.h"
-#include "support/testNetwork.h"
+#include "support/watchedNetwork.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +17,7 @@ protected:
         return expression;
     }
 
-    cTestNetwork network;
+    cWatchedNetwork network;
     cResTypeGen& soil = network.addGenericType("Soil");
     cNodeQueue& pit = network.addQueue("Pit", soil);
     cNodeActCombi& dig = network.addCombi("Dig");
@@ -26,7 +27,7 @@ protected:
 TEST_F(cMeaningTest, aFigureIsReadAnewEachTime) {
     const cExpression content = evaluated("Pit.CurCount+0");
 
-    pit.receive(std::make_shared<cResGen>(&soil, 3.0));
+    pit.receive(*makeCounted<cResGen>(&soil, 3.0));
 
     EXPECT_EQ(content.evaluate(), 3.0);
 }
@@ -81,13 +82,13 @@ TEST_F(cMeaningTest, aDeclaredNameHidesTheClock) {
 TEST_F(cMeaningTest, anElementThatIsMadeLaterIsSeen) {
     const cExpression content = evaluated("Pile.TotCount+0");
 
-    network.addQueue("Pile", soil).receive(std::make_shared<cResGen>(&soil, 3.0));
+    network.addQueue("Pile", soil).receive(*makeCounted<cResGen>(&soil, 3.0));
 
     EXPECT_EQ(content.evaluate(), 3.0);
 }
 
 TEST_F(cMeaningTest, anElementThatIsGoneMeansNothing) {
-    pit.receive(std::make_shared<cResGen>(&soil, 3.0));
+    pit.receive(*makeCounted<cResGen>(&soil, 3.0));
     const cExpression content = evaluated("Pit.CurCount+0");
 
     network.elements.erase("Pit");
@@ -96,7 +97,7 @@ TEST_F(cMeaningTest, anElementThatIsGoneMeansNothing) {
 }
 
 TEST_F(cMeaningTest, anElementThatIsRenamedIsFoundUnderItsNewNameAlone) {
-    pit.receive(std::make_shared<cResGen>(&soil, 3.0));
+    pit.receive(*makeCounted<cResGen>(&soil, 3.0));
     const cExpression before = evaluated("Pit.CurCount+0");
     const cExpression after = evaluated("Quarry.CurCount+0");
 
@@ -109,7 +110,7 @@ TEST_F(cMeaningTest, anElementThatIsRenamedIsFoundUnderItsNewNameAlone) {
 TEST_F(cMeaningTest, anotherPredecessorOfALinkIsSeen) {
     const cExpression content = evaluated("PredNode.CurCount+0", "FromPit");
     cNodeQueue& pile = network.addQueue("Pile", soil);
-    pile.receive(std::make_shared<cResGen>(&soil, 3.0));
+    pile.receive(*makeCounted<cResGen>(&soil, 3.0));
     EXPECT_EQ(content.evaluate("FromPit"), 0.0);
 
     fromPit.setPredNode(&pile);
@@ -119,7 +120,7 @@ TEST_F(cMeaningTest, anotherPredecessorOfALinkIsSeen) {
 
 TEST_F(cMeaningTest, eachOwnerHasItsOwnPredecessor) {
     cNodeQueue& pile = network.addQueue("Pile", soil);
-    pile.receive(std::make_shared<cResGen>(&soil, 3.0));
+    pile.receive(*makeCounted<cResGen>(&soil, 3.0));
     network.addLink("FromPile", pile, dig);
     const cExpression content = evaluated("PredNode.CurCount+0", "FromPit");
 
@@ -133,7 +134,7 @@ TEST_F(cMeaningTest, aTypeThatComesLaterIsSeenInWhatAPredecessorHolds) {
     network.addLink("ToPile", dig, pile);
     const cExpression count = evaluated("PredNode.Rock.Count+0", "ToPile");
 
-    dig.addHolding(std::make_shared<cResGen>(&network.addGenericType("Rock"), 3.0));
+    dig.addHolding(*makeCounted<cResGen>(&network.addGenericType("Rock"), 3.0));
 
     EXPECT_EQ(count.evaluate("ToPile"), 3.0);
 }
@@ -224,6 +225,87 @@ TEST(constantTest, isRoundedStepByStep) {
     const cTestNetwork network;
 
     EXPECT_EQ(cExpression(*network.symbols, "1/3*3").constant(), 0.999999);
+}
+
+TEST_F(cMeaningTest, whatIsQuietForAllOwnersStaysSoOnlyUntilANameChanges) {
+    network.execute("SAVEVALUE level 4");
+    const cExpression sum = evaluated("level+1");
+    EXPECT_TRUE(sum.isQuiet());
+    EXPECT_TRUE(sum.isQuiet("FromPit"));
+
+    network.symbols->forgetNames();
+    EXPECT_FALSE(sum.isQuiet());
+    network.execute("VARIABLE level Rnd()");
+    sum.evaluate();
+
+    EXPECT_FALSE(sum.isQuiet());
+}
+
+// ---- what nobody but the random numbers can notice
+
+class cSelfContainedTest : public cMeaningTest, public ::testing::WithParamInterface<cQuietCase> {};
+
+TEST_P(cSelfContainedTest, isWhatReachesNeitherTheHostNorAVariable) {
+    network.execute("SAVEVALUE level 4");
+    network.execute("VARIABLE pace 2");
+    const cExpression expression = evaluated(GetParam().text, "FromPit");
+
+    EXPECT_EQ(expression.isSelfContained("FromPit"), GetParam().isQuiet);
+}
+
+INSTANTIATE_TEST_SUITE_P(texts, cSelfContainedTest,
+                         ::testing::Values(cQuietCase{"1", true}, cQuietCase{"level", true}, cQuietCase{"Rnd()", true},
+                                           cQuietCase{"Rnd()*level", true}, cQuietCase{"Normal(9,level)", true},
+                                           cQuietCase{"sUniform(0,nDraws,1)", true}, cQuietCase{"pace", false},
+                                           cQuietCase{"Rnd()+pace", false}, cQuietCase{"Gamma(2.5,1)", false},
+                                           cQuietCase{"Pert(1,2,3)", false}, cQuietCase{"sPert(1,2,3,1)", false},
+                                           cQuietCase{"GET(\"Rock\")", false},
+                                           cQuietCase{"PredNode.MaxCont+Rnd()", false}));
+
+// ---- a draw and nothing else
+
+class cUniformDrawTest : public cMeaningTest, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(cUniformDrawTest, isARoundedNumberOfStreamZero) {
+    const cExpression draw(*network.symbols, GetParam(), cExpression::eTrial::skip);
+    cRandomGenerator twin = network.symbols->randomStreams().first();
+
+    for (int i = 0; i < 100; ++i) EXPECT_EQ(draw.evaluate(), roundThroughText(twin.uniform()));
+
+    EXPECT_EQ(network.symbols->randomStreams().first().getState(), twin.getState());
+}
+
+INSTANTIATE_TEST_SUITE_P(texts, cUniformDrawTest,
+                         ::testing::Values("Rnd()", "Rnd", "(Rnd())", "[Rnd()]", "sRnd(0)", "Rnd()+0", "0+Rnd()*1"));
+
+// ---- formulas that change while they run
+
+TEST_F(cMeaningTest, aFormulaThatTheHostReplacesIsFinishedFirst) {
+    network.execute("SAVEVALUE level 1000");
+    network.execute("VARIABLE ask GET(\"x\")");
+    cExpression sum(*network.symbols, "ask*100+ask*10+level", cExpression::eTrial::skip);
+    int asked = 0;
+    network.onGet = [&](const std::string&) {
+        sum.compile(std::to_string(++asked) + "+ask", cExpression::eTrial::skip, {});
+        return 1.0 * asked;
+    };
+
+    EXPECT_EQ(sum.evaluate(), 100.0 + 20.0 + 1000.0);
+    EXPECT_EQ(sum.getText(), "2+ask");
+}
+
+TEST_F(cMeaningTest, aFormulaThatReplacesItselfInItsOwnVariableIsFinishedFirst) {
+    network.execute("VARIABLE ask GET(\"x\")");
+    cExpression& end = network.endCondition;
+    end.compile("1000+ask", cExpression::eTrial::skip, {});
+    int depth = 0;
+    network.onGet = [&](const std::string&) {
+        if (++depth > 3) return 1.0;
+        end.compile("1000+ask", cExpression::eTrial::skip, {});
+        return end.evaluate();
+    };
+
+    EXPECT_EQ(end.evaluate(), 4.0 * 1000.0 + 1.0);
 }
 
 }  // namespace

@@ -1,14 +1,17 @@
 #include "language/operators.h"
 
 #include "language/exception.h"
+#include "language/rounding.h"
 #include "support/failureOf.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <set>
 
 namespace {
@@ -16,9 +19,13 @@ namespace {
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-class cNoBreath : public cBreath {
+class cCountedBreath : public cBreath {
 public:
-    void breathe() override {}
+    void breathe() override {
+        if (++breaths == 1000) throw cException{failureCode::userStop, "endless", {}, {}};
+    }
+
+    int breaths = 0;
 };
 
 /// Streams 0 and 1; stream 1 begins with state 1, where the figures of the distributions' tests begin too.
@@ -33,7 +40,7 @@ protected:
     }
 
     cRandomStreams streams{baseSeed};
-    cNoBreath host;
+    cCountedBreath host;
 };
 
 struct cRow {
@@ -281,6 +288,57 @@ TEST_F(cOperatorTest, aStreamNumberBelowZeroIsRefused) {
     const cException failure = failureOf([&] { apply("sRnd", std::array{-1.0}); });
 
     EXPECT_EQ(failure.code, 2);
+}
+
+// ---- what a row promises beyond its values
+
+/// The bits of what `operation` gives, or nothing where it fails.
+template <typename cOperation>
+std::optional<std::uint64_t> bitsOf(cOperation operation) {
+    try {
+        return std::bit_cast<std::uint64_t>(operation());
+    } catch (const cException&) {
+        return std::nullopt;
+    }
+}
+
+TEST(operatorTableTest, theRoundedValueIsTheValueRoundedToTheLastBit) {
+    constexpr std::array values{0.0,    -0.0,         1.0,           -1.0,      0.3333335,    1e-7,
+                                -4e-7,  0.0078125,    2.5,           -7.9,      123456.78912, 1e15,
+                                -1e15,  2147483647.0, -2147483648.0, 4e9 + 1,   1e300,        -1e300,
+                                5e-324, infinity,     -infinity,     notANumber};
+    int compared = 0;
+    for (const cOperator& row : operatorTable()) {
+        EXPECT_EQ(row.combine == nullptr, row.combineRounded == nullptr) << row.name;
+        if (row.combine == nullptr) continue;
+        for (const double left : values)
+            for (const double right : values) {
+                const auto expected = bitsOf([&] { return roundThroughText(row.combine(left, right)); });
+                EXPECT_EQ(bitsOf([&] { return row.combineRounded(left, right); }), expected)
+                    << left << row.name << right;
+                ++compared;
+            }
+    }
+    EXPECT_EQ(compared, 14 * 22 * 22);
+}
+
+TEST_F(cOperatorTest, onlyFunctionsThatSaySoLetTheHostBreathe) {
+    constexpr std::array values{notANumber, infinity, -infinity, 0.0, -1.0, 1.0, 3.0, 1e300};
+    int functions = 0;
+    for (const cOperator& row : operatorTable()) {
+        if (row.sample == nullptr || row.mayBreathe) continue;
+        ++functions;
+        std::array<double, mostArguments> arguments{};
+        const auto argCount = static_cast<std::size_t>(row.argCount);
+        const auto ways = static_cast<std::size_t>(std::pow(values.size(), argCount));
+        for (std::size_t way = 0; way < ways; ++way) {
+            for (std::size_t i = 0, rest = way; i < argCount; ++i, rest /= values.size())
+                arguments[i] = values[rest % values.size()];
+            bitsOf([&] { return apply(row.name, std::span(arguments).first(argCount)); });
+        }
+    }
+    EXPECT_EQ(functions, 10);
+    EXPECT_EQ(host.breaths, 0);
 }
 
 }  // namespace

@@ -243,4 +243,42 @@ INSTANTIATE_TEST_SUITE_P(belowZeroOrNotANumber, cNoStreamTest,
                          ::testing::Values(-1.0, -0.5, -0.000001, -1e300, -std::numeric_limits<double>::infinity(),
                                            std::numeric_limits<double>::quiet_NaN()));
 
+/// Of base seed 7 with a hundred extra streams: numbers at which streams begin to be kept in another way.
+class cHighStreamTest : public ::testing::TestWithParam<std::uint32_t> {
+protected:
+    cHighStreamTest() { streams.setStreams(100); }
+
+    std::uint32_t state() { return streams.select(GetParam()).getState(); }
+    std::uint32_t firstState() const { return GetParam() * 100000 + 7; }
+
+    cRandomStreams streams{7};
+};
+
+TEST_P(cHighStreamTest, goesOnFromWhereItWasLeft) {
+    EXPECT_EQ(state(), firstState());
+    cRandomGenerator twin(firstState());
+
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(streams.select(GetParam()).uniform(), twin.uniform());
+
+    EXPECT_EQ(state(), twin.getState());
+    streams.setSeed(9);
+    EXPECT_EQ(state(), twin.getState());
+}
+
+TEST_P(cHighStreamTest, startsAnewWithAllStreams) {
+    streams.select(GetParam()).uniform();
+
+    streams.setStreams(100);
+
+    EXPECT_EQ(state(), firstState());
+}
+
+TEST_P(cHighStreamTest, isStreamZeroWhenThereAreFewer) {
+    streams.setStreams(static_cast<std::int32_t>(GetParam()) - 1);
+
+    EXPECT_EQ(&streams.select(GetParam()), &streams.first());
+}
+
+INSTANTIATE_TEST_SUITE_P(numbers, cHighStreamTest, ::testing::Values(1, 2, 62, 63, 64, 65, 100));
+
 }  // namespace

@@ -82,8 +82,7 @@ TEST_P(cInitCompoundTest, makesResources) {
     execute(GetParam().text);
 
     EXPECT_EQ(yard.getContents().size(), GetParam().made);
-    EXPECT_EQ(network.resources.size(), GetParam().made);
-    EXPECT_EQ(truck.instances.size(), GetParam().made);
+    EXPECT_EQ(truck.instanceCount, static_cast<std::int32_t>(GetParam().made));
 }
 
 // The count is a plain number, not an expression, and a started one counts whole.
@@ -95,13 +94,13 @@ INSTANTIATE_TEST_SUITE_P(counts, cInitCompoundTest,
                                            cCount{"INIT Yard nan", 0}, cCount{"INIT Yard 3.000000", 3},
                                            cCount{"INIT Yard 2 ignored", 2}));
 
-TEST_F(cStatementInitTest, initNumbersTheResourcesAndListsThemByName) {
+TEST_F(cStatementInitTest, initNumbersTheResourcesAndNamesThemAfterThat) {
     execute("INIT Yard 2");
 
     EXPECT_EQ(resourceAt(0).getResNum(), 1);
     EXPECT_EQ(resourceAt(1).getResNum(), 2);
-    EXPECT_EQ(network.resources.at("Truck_2"), &resourceAt(1));
-    EXPECT_EQ(truck.instances.at("Truck_1"), &resourceAt(0));
+    EXPECT_EQ(resourceAt(0).getInstanceName(), "Truck_1");
+    EXPECT_EQ(resourceAt(1).getInstanceName(), "Truck_2");
 }
 
 TEST_F(cStatementInitTest, entryCodeRunsForEachResourceOfAnInit) {
@@ -110,23 +109,6 @@ TEST_F(cStatementInitTest, entryCodeRunsForEachResourceOfAnInit) {
     execute("INIT Yard 3");
 
     EXPECT_EQ(network.runStatistics->printTexts.at("log"), "1\n2\n3\n");
-}
-
-/// A host that notes how many resources are listed whenever code posts.
-class cListingNetwork : public cTestNetwork {
-public:
-    void hostMessage(const std::string&) override { listed.push_back(resources.size()); }
-    std::vector<std::size_t> listed;
-};
-
-TEST(initTest, aResourceIsListedOnlyWhenItHasEntered) {
-    cListingNetwork network;
-    network.addQueue("Yard", network.addCompoundType("Truck"));
-    network.execute("ONENTRY Yard POST here;");
-
-    network.execute("INIT Yard 3;");
-
-    EXPECT_EQ(network.listed, (std::vector<std::size_t>{0, 1, 2}));
 }
 
 TEST_F(cStatementInitTest, anInitThatCanNotEndLetsTheHostStopTheRun) {

@@ -1,8 +1,11 @@
 #include "language/statement.h"
 
 #include "support/soilScene.h"
+#include "support/watchedNetwork.h"
 
 #include <gtest/gtest.h>
+
+#include <tuple>
 
 namespace {
 
@@ -281,7 +284,8 @@ TEST_P(cExecutedAgainTest, aStatementDoesWhatANewOneDoes) {
         network.execute("VARIABLE pace Rnd()+1");
         network.addCombi("Dig");
         for (int i = 0; i < 4; ++i) statementAt(i).execute(network);
-        return std::pair(network.symbols->randomStreams().first().getState(), *network.saveValues.valueOf("level"));
+        return std::tuple(network.symbols->randomStreams().first().getState(), *network.saveValues.valueOf("level"),
+                          network.runStatistics->printTexts, network.messages);
     };
 
     const cStatement one(GetParam());
@@ -297,7 +301,9 @@ INSTANTIATE_TEST_SUITE_P(texts, cExecutedAgainTest,
                                            "ASSIGN level pace+pace*2", "ASSIGN level level+1",
                                            "SAVEVALUE level pace*level", "ASSIGN level '1 + pace'",
                                            "ASSIGN level Uniform(pace,9)", "SEED pace*1000",
-                                           "ASSIGN level Dig.TotInst+pace"));
+                                           "ASSIGN level Dig.TotInst+pace", "PRINT log \"%f %d\" pace level*10",
+                                           "PRINT log \"%f|\" Rnd() 'pace + 1'", "POST \"%d %f\" pace*100 Rnd()",
+                                           "POST Rnd()"));
 
 TEST(executedAgainTest, aFailureDoesNotKeepTheStatementFromSucceedingLater) {
     cTestNetwork network;
@@ -318,6 +324,58 @@ TEST(executedAgainTest, aStatementThatSucceededFailsWhenItsFormulaDoes) {
     statement.execute(network);  // 0
 
     EXPECT_EQ(failureOf([&] { statement.execute(network); }).message, "Division by 0.");
+}
+
+TEST(executedAgainTest, aTextIsFilledWithWhatItsExpressionsGiveThen) {
+    cTestNetwork network;
+    network.execute("SAVEVALUE level 2");
+    const cStatement statement("PRINT log \"%d %f;\" level 1/level");
+    statement.execute(network);
+    network.execute("ASSIGN level 4");
+
+    statement.execute(network);
+
+    EXPECT_EQ(network.runStatistics->printTexts.at("log"), "2 0.500000;\n4 0.250000;\n");
+}
+
+TEST(executedAgainTest, aTargetThatWasForgottenIsNotWrittenTo) {
+    cTestNetwork network;
+    network.execute("SAVEVALUE level 2");
+    const cStatement statement("ASSIGN level 5");
+    statement.execute(network);
+    network.clearNetwork();
+
+    EXPECT_EQ(failureOf([&] { statement.execute(network); }).message,
+              "First part of SAVEPROP variable is not a container.ASSIGN level 5");
+
+    network.execute("SAVEVALUE level 2");
+    statement.execute(network);
+    EXPECT_EQ(*network.saveValues.valueOf("level"), 5.0);
+}
+
+TEST(executedAgainTest, aTargetThatIsForgottenWhileItsValueIsWorkedOutComesBack) {
+    cWatchedNetwork network;
+    network.execute("SAVEVALUE level 2");
+    network.execute("VARIABLE ask GET(\"x\")");
+    const cStatement statement("ASSIGN level ask");
+    statement.execute(network);
+    network.onGet = [&](const std::string&) {
+        network.saveValues.erase("level");
+        return 7.0;
+    };
+
+    statement.execute(network);
+
+    EXPECT_EQ(*network.saveValues.valueOf("level"), 7.0);
+}
+
+TEST(executedAgainTest, anUnknownKeywordDoesNothingTheSecondTimeEither) {
+    cTestNetwork network;
+    const cStatement statement("BADWORD 1/0");
+
+    for (int i = 0; i < 2; ++i) statement.execute(network);
+
+    EXPECT_TRUE(network.saveValues.empty());
 }
 
 }  // namespace

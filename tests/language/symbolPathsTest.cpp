@@ -1,5 +1,6 @@
 // The dotted paths of expressions: from an element, and from the predecessor of the owning link.
 
+#include "support/holdings.h"
 #include "support/soilScene.h"
 
 #include <gtest/gtest.h>
@@ -12,17 +13,17 @@ protected:
     double resolve(const std::string& operand, const std::string& owner = {}) {
         return network.symbols->resolve(operand, owner);
     }
-    void putSoil(cNodeQueue& queue, double amount) { queue.receive(std::make_shared<cResGen>(&soil, amount)); }
+    void putSoil(cNodeQueue& queue, double amount) { queue.receive(*makeCounted<cResGen>(&soil, amount)); }
     /// Starts an instance and makes it the one whose event code runs.
     void enterInstance(cNodeAct& activity, cHoldings held, double duration = 4.0) {
         const std::int32_t id = activity.getStatistics().nextInstance;
         activity.startInstance(std::move(held), 0.0, duration);
-        network.symbols->currentInstance = activity.findInstance(id);
+        network.symbols->currentInstance = activity.findInstance(id).get();
     }
     cHoldings trucksHeld(int count) {
-        cHoldings held;
-        for (int i = 0; i < count; ++i) held.emplace(&truck, std::make_shared<cResCompound>(&truck));
-        return held;
+        cResList trucks;
+        for (int i = 0; i < count; ++i) trucks.push_back(makeCounted<cResCompound>(&truck));
+        return holdingsOf(trucks);
     }
 
     cNodeActCombi& dump = network.addCombi("Dump");
@@ -77,9 +78,7 @@ TEST_F(cSymbolPathsTest, aTypeThatIsNotHeldIsZero) {
 }
 
 TEST_F(cSymbolPathsTest, aHeldAmountIsZero) {
-    cHoldings held;
-    held.emplace(&soil, std::make_shared<cResGen>(&soil, 5.0));
-    enterInstance(haul, std::move(held));
+    enterInstance(haul, holdingsOf({makeCounted<cResGen>(&soil, 5.0)}));
 
     EXPECT_EQ(resolve("Haul.Soil.Count"), 0.0);
     EXPECT_EQ(resolve("Haul.Soil.ResNum"), 0.0);
@@ -205,15 +204,15 @@ TEST_F(cSymbolPathsTest, aLinkWithoutAPredecessorAnswersZero) {
 }
 
 TEST_F(cSymbolPathsTest, theHoldingsOfAPredecessorAreCounted) {
-    haul.addHolding(std::make_shared<cResGen>(&soil, 3.5));
-    for (int i = 0; i < 2; ++i) haul.addHolding(std::make_shared<cResCompound>(&truck));
+    haul.addHolding(*makeCounted<cResGen>(&soil, 3.5));
+    for (int i = 0; i < 2; ++i) haul.addHolding(*makeCounted<cResCompound>(&truck));
 
     EXPECT_EQ(resolve("PredNode.Soil.Count", "Release1"), 3.5);
     EXPECT_EQ(resolve("PredNode.Truck.Count", "Release1"), 2.0);
 }
 
 TEST_F(cSymbolPathsTest, holdingsWithoutAnAnswerAreZero) {
-    haul.addHolding(std::make_shared<cResCompound>(&truck));
+    haul.addHolding(*makeCounted<cResCompound>(&truck));
     putSoil(soil1, 5.0);
 
     EXPECT_EQ(resolve("PredNode.Truck.ResNum", "Release1"), 0.0);
@@ -247,10 +246,10 @@ TEST_F(cSymbolPathsTest, nDrawsCountsTheDrawsOfTheOwningLink) {
     draw1.setRuleText(eLinkRule::drawAmt, "nDraws+1");
     draw1.setRuleText(eLinkRule::drawUntil, "nDraws==3");
 
-    const std::vector<cResPtr> drawn = draw1.draw();
+    cReleasers taker;
+    draw1.draw(taker);
 
-    ASSERT_EQ(drawn.size(), 1U);
-    EXPECT_EQ(drawn.front()->quantity(), 1.0 + 2.0 + 3.0);
+    EXPECT_EQ(taker.countOf("Count", &soil), 1.0 + 2.0 + 3.0);
 }
 
 TEST_F(cSymbolPathsTest, nDrawsIsZeroOutsideADrawAndForOthers) {
@@ -264,7 +263,8 @@ TEST_F(cSymbolPathsTest, aStatementOfALinkReadsNDrawsAsZero) {
     network.execute("SAVEVALUE seen 5;\nONFLOW Draw1 ASSIGN seen nDraws;");
     draw1.setRuleText(eLinkRule::drawUntil, "nDraws==2");
 
-    draw1.draw();
+    cReleasers taker;
+    draw1.draw(taker);
 
     EXPECT_EQ(resolve("seen"), 0.0);  // while the rule of the same link counted to 2
     EXPECT_EQ(soil1.getCurCount(), 8.0);

@@ -255,7 +255,7 @@ TEST_F(cSymbolsTest, variablesThatBranchWithoutEndLetTheHostStopTheRun) {
 
 TEST_F(cSymbolsTest, theResourceInHandHasNoNames) {
     network.simTime = 3.0;
-    const auto resource = std::make_shared<cResCompound>(&truck);
+    const auto resource = makeCounted<cResCompound>(&truck);
     const cSymbols::cResourceInHand inHand(*network.symbols, resource.get());
     network.symbols->currentResource = resource.get();
 

@@ -11,7 +11,7 @@ namespace {
 /// 0.398787, rounded.
 class cTextFormatTest : public ::testing::Test {
 protected:
-    std::string fill(const std::string& text) { return formatText(network, text, "PRINT log this"); }
+    std::string fill(const std::string& text) { return cTextFormat(text).fill(*network.symbols, "PRINT log this"); }
 
     cTestNetwork network{1};
 };

@@ -16,14 +16,14 @@ protected:
         network.addLink("L2", yard, haul);
     }
 
-    void receiveSoil(double amount) { pile.receive(std::make_shared<cResGen>(&soil, amount)); }
+    void receiveSoil(double amount) { pile.receive(*makeCounted<cResGen>(&soil, amount)); }
     void receiveSoilAt(double time, double amount) {
         network.simTime = time;
         receiveSoil(amount);
     }
-    std::shared_ptr<cResCompound> receiveTruck() {
-        auto made = std::make_shared<cResCompound>(&truck);
-        yard.receive(made);
+    cShared<cResCompound> receiveTruck() {
+        auto made = makeCounted<cResCompound>(&truck);
+        yard.receive(*made);
         return made;
     }
     /// The numbers of the trucks in the yard, front first.

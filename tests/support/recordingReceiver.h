@@ -13,15 +13,15 @@ public:
 
     std::string getKind() const override { return "NORMAL"; }
     void flowBegin() override { note("flowBegin"); }
-    void receive(cResPtr resource) override {
+    void receive(cRes& resource) override {
         note("receive");
-        received.push_back(std::move(resource));
+        received.push_back(kept(resource));
     }
     void flowEnd() override { note("flowEnd"); }
     void flowSettle() override { note("flowSettle"); }
     void resetElement() override { note("resetElement"); }
 
-    std::vector<cResPtr> received;
+    cResList received;
 
 private:
     void note(const std::string& call) { log.push_back(call + ' ' + getName()); }
