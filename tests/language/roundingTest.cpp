@@ -1,5 +1,7 @@
 #include "language/rounding.h"
 
+#include "support/roundingValues.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -9,6 +11,7 @@
 #include <cstdlib>
 #include <limits>
 #include <random>
+#include <string>
 
 namespace {
 
@@ -51,7 +54,7 @@ INSTANTIATE_TEST_SUITE_P(nearlyHalves, cRoundThroughTextTest,
 
 // ---- without a text and over the text
 
-/// The number of `values` whose bits differ.
+/// How many of `count` values have other bits over the text.
 template <typename cNext>
 int differences(int count, cNext next) {
     int different = 0;
@@ -64,55 +67,30 @@ int differences(int count, cNext next) {
     return different;
 }
 
-TEST(roundThroughTextTest, isTheTextsValueForAnyBits) {
+struct cKind {
+    const char* name;
+    double (*next)(std::mt19937_64&);
+    int count;
+};
+
+void PrintTo(const cKind& kind, std::ostream* stream) { *stream << kind.name; }
+
+class cBothWaysTest : public ::testing::TestWithParam<cKind> {};
+
+TEST_P(cBothWaysTest, giveTheSameBits) {
     std::mt19937_64 numbers(1);
 
-    EXPECT_EQ(differences(1000000, [&] { return std::bit_cast<double>(numbers()); }), 0);
+    EXPECT_EQ(differences(GetParam().count, [&] { return GetParam().next(numbers); }), 0);
 }
 
-TEST(roundThroughTextTest, isTheTextsValueAtEveryMagnitudeThatModelsHave) {
-    std::mt19937_64 numbers(2);
-    const auto next = [&] {
-        const int exponent = static_cast<int>(numbers() % 64) - 30;
-        return std::ldexp(static_cast<double>(static_cast<std::int64_t>(numbers())), exponent - 63);
-    };
-
-    EXPECT_EQ(differences(2000000, next), 0);
-}
-
-// (2k + 1) / 2^7 is 500000 (2k + 1) / 64 millionths: an exact half where 64 divides all but a half of it.
-TEST(roundThroughTextTest, isTheTextsValueAtExactHalvesAndTheirNeighbours) {
-    std::mt19937_64 numbers(3);
-    const auto next = [&] {
-        const double half = static_cast<double>(static_cast<std::int64_t>(numbers()) >> (numbers() % 60 + 3)) / 128.0;
-        const int step = static_cast<int>(numbers() % 3) - 1;
-        return step == 0 ? half : std::nextafter(half, step * infinity);
-    };
-
-    EXPECT_EQ(differences(1000000, next), 0);
-}
-
-TEST(roundThroughTextTest, isTheTextsValueNextToDecimalHalves) {
-    std::mt19937_64 numbers(4);
-    const auto next = [&] {
-        const auto millionths = static_cast<double>(static_cast<std::int64_t>(numbers()) >> (numbers() % 50 + 12));
-        double value = (millionths + 0.5) / 1e6;
-        for (std::uint64_t steps = numbers() % 3; steps > 0; --steps) value = std::nextafter(value, infinity);
-        return value;
-    };
-
-    EXPECT_EQ(differences(1000000, next), 0);
-}
-
-TEST(roundThroughTextTest, isTheTextsValueAroundTheBorderOfExactMillionths) {
-    double value = 0x1p51 / 1e6;
-    for (int i = 0; i < 1000; ++i) value = std::nextafter(value, 0.0);
-    const auto next = [&] { return value = std::nextafter(value, infinity); };
-
-    EXPECT_EQ(differences(2000, next), 0);
-    value = -value;
-    EXPECT_EQ(differences(2000, next), 0);
-}
+INSTANTIATE_TEST_SUITE_P(kinds, cBothWaysTest,
+                         ::testing::Values(cKind{"anyBits", roundingValues::anyBits, 1000000},
+                                           cKind{"ofModels", roundingValues::ofModels, 2000000},
+                                           cKind{"nearExactHalf", roundingValues::nearExactHalf, 1000000},
+                                           cKind{"nearDecimalHalf", roundingValues::nearDecimalHalf, 1000000},
+                                           cKind{"nearBorder", roundingValues::nearBorder, 100000},
+                                           cKind{"tiny", roundingValues::tiny, 200000}),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(roundThroughTextTest, isTheTextsValueForZerosAndDenormals) {
     const std::array values{0.0, -0.0, 5e-324, -5e-324, 2.2250738585072014e-308, -1e-310, 4.9999999e-7, -5e-7};
