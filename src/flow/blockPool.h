@@ -5,12 +5,13 @@
 #include <limits>
 #include <new>
 
-/// Blocks of memory for the small things that every event makes and lets go of: amounts on their way, holdings,
-/// running instances. A block that was let go is kept for the next of its size, so that a simulation in its steady
-/// state asks the system for nothing.
+/// Blocks of memory for the small things that a simulation makes and lets go of all the time: compounds, instances of
+/// activities, lists of what a draw has taken. A block that was let go is kept for the next of its size, so that a
+/// simulation in its steady state asks the system for next to nothing.
 ///
-/// Each thread has its own blocks, which it lets go of itself, and gives back to the system when it ends. Where the
-/// address sanitizer looks on nothing is kept, so that it sees every use of what was let go.
+/// Each thread has its own blocks, which it lets go of itself, and gives back to the system when it ends; what is let
+/// go later than that stays with the process. Where the address sanitizer looks on nothing is kept, so that it sees
+/// every use of what was let go.
 class cBlockPool {
 public:
     static void* take(std::size_t size) {

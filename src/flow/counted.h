@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <utility>
 
-/// An object that goes when nobody holds it any more. Its memory comes from the pool, because every event makes some.
+/// An object that goes when nobody holds it any more. Its memory comes from the pool of blocks.
 ///
 /// The count of holders is a plain number: objects, and all that hold them, belong to one thread. That is why it isn't
 /// a std::shared_ptr, which counts with the whole machine watching as soon as the process has a second thread.
@@ -16,8 +16,8 @@ public:
     cCounted(const cCounted&) = delete;
     cCounted& operator=(const cCounted&) = delete;
 
-    /// Whether anybody holds the object. Nobody ever does where it is a plain variable.
-    bool isHeld() const { return holders > 0; }
+    /// How many hold the object. Nobody ever does where it is a plain variable.
+    std::uint32_t holderCount() const { return holders; }
 
     static void* operator new(std::size_t size) { return cBlockPool::take(size); }
     static void operator delete(void* memory, std::size_t size) { cBlockPool::giveBack(memory, size); }
@@ -66,8 +66,8 @@ public:
         shared.object = released;
         return shared;
     }
-    /// How many hold the object.
-    std::uint32_t holderCount() const { return object == nullptr ? 0 : object->holders; }
+    /// How many hold the object; 0 if there is none.
+    std::uint32_t holderCount() const { return object == nullptr ? 0 : object->holderCount(); }
 
 private:
     void hold() {

@@ -19,13 +19,15 @@ void cNodeAuxDisAssembler::receive(cRes& resource) {
     for (cLink* link : outLinkWalk()) link->release();
     activeMark = false;
     holdings.clear();
+    opened = nullptr;
 }
 
 /// What is left of an amount is left of it in the compound too: it lists the same one.
 bool cNodeAuxDisAssembler::release(const cRes& resource) {
     const bool isHeld = cReleasers::release(resource);
     const cHoldings::cList* left = holdings.find(resource.getResType());
-    if (left != nullptr && left->amount) opened->contents.listOf(resource.getResType()).amount = left->amount;
+    if (opened != nullptr && left != nullptr && left->amount)
+        opened->contents.listOf(resource.getResType()).amount = left->amount;
     return isHeld;
 }
 

@@ -18,6 +18,7 @@ cLink::cLink(const std::string& name)
 }
 
 cLink::~cLink() {
+    symbols().namesChanged();
     if (succNode != nullptr) succNode->removeInLink(this);
     if (predNode != nullptr) predNode->removeOutLink(this);
 }

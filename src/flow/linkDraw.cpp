@@ -60,7 +60,7 @@ void cLinkDraw::drawAmounts(cNodeQueue& queue, cReleasers& taker) {
 }
 
 cResList cLinkDraw::drawInstances(cNodeQueue& queue) {
-    if (!queue.getContents().empty() && drawsQuietly()) return drawInPlace(queue);
+    if (!queue.getContents().empty() && queue.isFirstInFirstOut() && drawsQuietly()) return drawInPlace(queue);
 
     cResList candidates(queue.getContents().begin(), queue.getContents().end());
     cResList drawn;
@@ -78,11 +78,13 @@ bool cLinkDraw::drawsQuietly() const {
            drawWhere.isQuiet(owner);
 }
 
-/// Walks the queue itself, where a copy of it would cost more than the draw.
+/// Walks the queue itself, where a copy of it would cost more than the draw. What a host puts in meanwhile stands
+/// behind all that waited when the draw began, and isn't reached.
 cResList cLinkDraw::drawInPlace(cNodeQueue& queue) {
     keyOf(*queue.getContents().front(), drawOrder, link.getName(), link.symbols());
     cResList drawn;
-    for (std::size_t i = 0; i < queue.getContents().size();) {
+    std::size_t i = 0;
+    for (std::size_t left = queue.getContents().size(); left > 0; --left) {
         if (isTrue(drawUntil.evaluate(link.getName()))) break;
         const cResPtr candidate = queue.getContents()[i];
         if (!drawIfItPasses(queue, candidate, drawn)) ++i;

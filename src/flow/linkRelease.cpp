@@ -6,6 +6,8 @@
 #include "flow/resourceOrder.h"
 #include "language/symbols.h"
 
+#include <utility>
+
 cLinkRelease::cLinkRelease(cLink& owner, cEvaluationContext& model)
     : releaseAmt(newRuleExpression(model, eLinkRule::releaseAmt)),
       releaseUntil(newRuleExpression(model, eLinkRule::releaseUntil)),
@@ -35,8 +37,8 @@ void cLinkRelease::releaseAmount(cReleasers& from) {
 
 void cLinkRelease::releaseInstances(cReleasers& from) {
     cSymbols& symbols = link.symbols();
-    const cResList held = from.getHoldings(link.getResType());
-    for (const cResPtr& candidate : orderedByKey(held, releaseOrder, link.getName(), symbols)) {
+    cResList held = from.getHoldings(link.getResType());
+    for (const cResPtr& candidate : orderedByKey(std::move(held), releaseOrder, link.getName(), symbols)) {
         if (isTrue(releaseUntil.evaluate(link.getName()))) break;
         {
             const cSymbols::cResourceInHand inHand(symbols, candidate.get());

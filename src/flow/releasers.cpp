@@ -49,7 +49,7 @@ void cReleasers::addHolding(cRes& resource) {
     if (isGeneric(resource.getResType()))
         addAmount(held.amount, resource.quantity());
     else
-        held.add(kept(resource));
+        held.add(keep(resource));
 }
 
 void cReleasers::mergeHolding(cRes& resource) {

@@ -3,16 +3,19 @@
 #include "kernel/network.h"
 #include "language/symbols.h"
 
+#include <cassert>
+
 namespace {
 
 constexpr std::size_t longestInstanceName = 63;
 
 }  // namespace
 
-cResPtr kept(cRes& resource) {
-    const cResGen* onItsWay = resource.isHeld() ? nullptr : resource.asAmount();
-    if (onItsWay == nullptr) return cResPtr(&resource);
-    return makeCounted<cResGen>(onItsWay->getResType(), onItsWay->getAmount());
+cResPtr keep(cRes& resource) {
+    if (resource.holderCount() > 0) return cResPtr(&resource);
+
+    assert(resource.asAmount() != nullptr);
+    return makeCounted<cResGen>(resource.getResType(), resource.quantity());
 }
 
 cResChar::cResChar(cResTypeChar* type)

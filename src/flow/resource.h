@@ -60,7 +60,7 @@ private:
 
 /// The resource for a place that keeps it. An amount on its way stands where the one who sends it has put it: of that
 /// a place keeps a copy.
-cResPtr kept(cRes& resource);
+cResPtr keep(cRes& resource);
 
 /// One identified instance of a characterized type.
 class cResChar : public cRes {

@@ -24,10 +24,7 @@ void raise(double& maximum, double value) {
 
 }  // namespace
 
-cActInstance::cActInstance(cNodeAct& owner, std::int32_t id, double start, const cHoldings& held)
-    : ownerActivity(&owner) {
-    begin(id, start, held);
-}
+cActInstance::cActInstance(cNodeAct& owner) : ownerActivity(&owner) {}
 
 void cActInstance::begin(std::int32_t id, double start, const cHoldings& held) {
     instanceId = id;
@@ -36,6 +33,7 @@ void cActInstance::begin(std::int32_t id, double start, const cHoldings& held) {
     endTime = start;
     instanceDuration = 0.0;
     instanceResources = held;
+    running = true;
 }
 
 void cActInstance::setDuration(double duration) {
@@ -46,16 +44,34 @@ void cActInstance::setDuration(double duration) {
 
 cNodeAct::cNodeAct() : durationExpr(*network().symbols, "0") {}
 
+cNodeAct::~cNodeAct() { dropInstances(); }
+
 cActInstance& cNodeAct::beginInstance(const cHoldings& held, double start) {
-    if (endedInstances.empty()) {
-        instances.push_back(makeCounted<cActInstance>(*this, statistics.nextInstance, start, cHoldings()));
-        endedInstances.push_back(instances.back().get());
+    latest = endedInstance();
+    if (latest == nullptr) {
+        instances.push_back(makeCounted<cActInstance>(*this));
+        latest = instances.back().get();
     }
-    latest = endedInstances.back();
-    endedInstances.pop_back();
     latest->begin(statistics.nextInstance, start, held);
-    latest->running = true;
     return *latest;
+}
+
+/// An instance that has ended and that nobody holds any more but the activity, or null.
+cActInstance* cNodeAct::endedInstance() {
+    while (!endedInstances.empty()) {
+        cActInstance* ended = endedInstances.back();
+        endedInstances.pop_back();
+        if (ended->holderCount() == 1) return ended;
+    }
+    return nullptr;
+}
+
+/// Others may hold an instance longer, but it runs no more.
+void cNodeAct::dropInstances() {
+    for (const cActInstancePtr& instance : instances) instance->running = false;
+    instances.clear();
+    endedInstances.clear();
+    latest = nullptr;
 }
 
 void cNodeAct::startInstance(const cHoldings& held, double start, double duration) {
@@ -119,10 +135,7 @@ void cNodeAct::endInstance(const cActInstancePtr& instance) {
         const cSymbols::cCurrent current(currentInstance, instance.get());
         beforeEnd();
     }
-    if (onEndStatements.empty())
-        std::swap(holdings, instance->instanceResources);  // nobody asks the instance for them any more
-    else
-        holdings = instance->getResources();
+    holdings = instance->getResources();
     sendFlows();
     {
         const cSymbols::cCurrent current(currentInstance, instance.get());
@@ -136,6 +149,7 @@ void cNodeAct::endInstance(const cActInstancePtr& instance) {
 }
 
 void cNodeAct::forgetInstance(cActInstance& instance) {
+    if (!instance.running) return;  // the activity was reset meanwhile
     instance.instanceResources.clear();
     instance.running = false;
     if (latest == &instance) latest = nullptr;
@@ -208,10 +222,7 @@ void cNodeAct::resetElement() {
     onStartStatements.clear();
     beforeEndStatements.clear();
     onEndStatements.clear();
-    for (const cActInstancePtr& instance : instances) instance->running = false;
-    instances.clear();
-    endedInstances.clear();
-    latest = nullptr;
+    dropInstances();
     holdings.clear();
     statistics = {};
     durSpread = 0.0;

@@ -20,6 +20,8 @@ public:
     /// How long the next instance lasts is for the duration expression to decide.
     static constexpr double durationByExpression = -1.0;
 
+    ~cNodeAct() override;
+
     /// Starts an instance at `start` that holds `held`: fixes its duration, puts it on the calendar and runs the
     /// ONSTART code, which sees the counts as they were before.
     /// @param duration how long it lasts; exactly -1 leaves it to the duration expression. May be negative.
@@ -90,6 +92,8 @@ private:
     friend class cActInstance;
 
     cActInstance& beginInstance(const cHoldings& held, double start);
+    cActInstance* endedInstance();
+    void dropInstances();
     void forgetInstance(cActInstance& instance);
     void countInterval(double interval);
     void countDuration(double duration, double end);
@@ -102,7 +106,7 @@ private:
     cStatementList onEndStatements;
     cExpression durationExpr;
     std::vector<cActInstancePtr> instances;     // those that run, and those that wait to become later ones
-    std::vector<cActInstance*> endedInstances;  // the latter
+    std::vector<cActInstance*> endedInstances;  // the latter, as long as nobody else holds them
     cActInstance* latest = nullptr;
     cStatistics statistics;
     std::vector<cLink*> linksToTell;       // the out-links whose successors heed bursts, or that have none

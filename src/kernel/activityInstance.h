@@ -10,9 +10,10 @@ class cNodeAct;
 /// uses the object again for later instances.
 class cActInstance : public cCounted {
 public:
-    cActInstance(cNodeAct& owner, std::int32_t id, double start, const cHoldings& held);
+    /// An instance that doesn't run yet.
+    explicit cActInstance(cNodeAct& owner);
 
-    /// Becomes another instance of the activity, which holds `held`.
+    /// Becomes the running instance of that number, which holds `held`.
     void begin(std::int32_t id, double start, const cHoldings& held);
     /// Fixes how long the instance lasts, and counts it in the owner's statistics. May be negative.
     void setDuration(double duration);
@@ -38,7 +39,7 @@ private:
     double endTime = 0.0;
     double instanceDuration = 0.0;
     cHoldings instanceResources;
-    bool running = false;  // for the activity to say
+    bool running = false;  // until the activity forgets it
 };
 
 using cActInstancePtr = cShared<cActInstance>;

@@ -36,7 +36,7 @@ bool cNodeActCombi::attempt() {
     beforeDraws();
     drawFromQueues();
     startInstance(holdings, network().simTime, durationByExpression);
-    holdings.clear();
+    holdings.clear();  // nothing that ran meanwhile can see that they were still there
     refreshElement();
     return true;
 }

@@ -50,7 +50,7 @@ void cNodeQueue::receiveInstance(cRes& resource) {
     const cSymbols::cResourceInHand inHand(*network().symbols, received);
     received->timeIn = network().simTime;
     const double key = orderKeyOf(resource);
-    std::size_t place = orderKey.isQuiet() ? contentsList.size() : 0;  // a quiet key is the same for all
+    std::size_t place = isFirstInFirstOut() ? contentsList.size() : 0;
     while (place < contentsList.size() && !(orderKeyOf(*contentsList[place]) > key)) {
         ++place;
         network().breathe();

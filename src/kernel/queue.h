@@ -61,6 +61,8 @@ public:
     void addOnEntryStatement(const std::string& text);
 
     double orderKeyOf(cRes& resource) const;
+    /// Whether what comes is known to stand behind all that waits: the order key is the same for all.
+    bool isFirstInFirstOut() const { return orderKey.isQuiet(); }
     /// Statistics since the last reset, times in the model's own unit.
     struct cStatistics {
         double curCount = 0.0;

@@ -12,7 +12,7 @@ public:
     virtual bool heedsBursts() const { return true; }
     /// A burst of flow is about to come.
     virtual void flowBegin() = 0;
-    /// Takes a resource in.
+    /// Takes a resource in. An instance must be held by somebody; an amount need live only as long as the call.
     virtual void receive(cRes& resource) = 0;
     /// The firing is over.
     virtual void flowSettle() = 0;

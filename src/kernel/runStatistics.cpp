@@ -22,8 +22,6 @@ cRunStatistics::cRunStatistics(cNetwork& measured) : network(measured) {
     if (!noDirectory) temporaryPath = directory / "my_temp_file.txt";
 }
 
-cRunStatistics::~cRunStatistics() = default;
-
 void cRunStatistics::resetResults() {
     replicationCount = 0;
     pendingLines.clear();
@@ -36,7 +34,7 @@ void cRunStatistics::resetResults() {
 
 void cRunStatistics::prepare() {
     labels.clear();
-    compiledResults.clear();
+    results.clear();
     for (const auto& [label, text] : network.resultExpressions) labels.push_back(label);
     names = currentNames();
     means.assign(names.size(), 0.0);
@@ -59,17 +57,11 @@ std::vector<std::string> cRunStatistics::currentNames() const {
     return present;
 }
 
-/// The value of an expression that would be compiled now, with its trial. Compiled it is but once.
 double cRunStatistics::resultOf(const std::string& label) {
     const std::string text = network.resultExpressions[label];
-    cResult& kept = compiledResults[label];
-    if (kept.expression != nullptr && kept.text == text) return kept.expression->evaluateAnew();
-
-    kept.expression = nullptr;
-    auto expression = std::make_unique<const cExpression>(*network.symbols, text);
-    const double value = expression->evaluate();
-    kept = {text, std::move(expression)};
-    return value;
+    const auto known = results.find(label);
+    if (known != results.end() && known->second.getText() == text) return known->second.evaluate(*network.symbols);
+    return results.insert_or_assign(label, cRenewedExpression(text)).first->second.evaluate(*network.symbols);
 }
 
 std::vector<double> cRunStatistics::currentRow() {

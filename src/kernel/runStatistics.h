@@ -1,13 +1,13 @@
 #pragma once
 
+#include "language/renewedExpression.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
-class cExpression;
 class cNetwork;
 
 /// What a run gathers: the running mean of every figure over the replications, one text line per replication, and the
@@ -19,7 +19,6 @@ class cNetwork;
 class cRunStatistics {
 public:
     explicit cRunStatistics(cNetwork& measured);
-    ~cRunStatistics();
     cRunStatistics(const cRunStatistics&) = delete;
     cRunStatistics& operator=(const cRunStatistics&) = delete;
 
@@ -51,12 +50,6 @@ public:
     std::map<std::string, std::string> printTexts;  ///< what PRINT collected, by key
 
 private:
-    /// An ADDTORESULTS text that has been evaluated.
-    struct cResult {
-        std::string text;
-        std::unique_ptr<const cExpression> expression;
-    };
-
     std::vector<std::string> currentNames() const;
     std::vector<double> currentRow();
     double resultOf(const std::string& label);
@@ -65,7 +58,7 @@ private:
     cNetwork& network;
     std::int32_t replicationCount = 0;
     std::vector<std::string> labels;
-    std::map<std::string, cResult> compiledResults;  // by label
+    std::map<std::string, cRenewedExpression> results;  // of ADDTORESULTS, by label
     std::vector<std::string> names{"SimTime"};
     std::vector<double> means{0.0};
     std::vector<double> squaredDeviations{0.0};  // running sums; shown nowhere

@@ -50,6 +50,7 @@ void cNetwork::addTraceLine(std::string line) { trace.addText(std::move(line)); 
 
 void cTrace::branch(double time, const std::string& fork, bool isChosen, double runningSum,
                     const std::string& successor) {
+    if (full) return;
     add({.form = eForm::branch,
          .time = time,
          .word = isChosen ? chosen : notChosen,

@@ -66,8 +66,6 @@ public:
         full = false;
     }
     bool isFull() const { return full; }
-    // What is recorded, and its time in the model's own unit.
-
     /// A Combi was tried. `result` is one of those above.
     void attempt(double time, const std::string& combi, std::string_view result) {
         if (!full) add({.form = eForm::attempt, .time = time, .word = result, .name = cName(combi)});

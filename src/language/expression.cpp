@@ -101,7 +101,6 @@ bool cExpression::convertToPostfix(const cTokens& tokens, cTokens& output) {
 }
 
 double cExpression::evaluateProgram(const std::string& owner) const {
-    if (program->isUniformDraw()) return roundThroughText(context->randomStreams().first().uniform());
     return isGet ? askHost() : program->run(*context, owner, text);
 }
 

@@ -34,7 +34,6 @@ cProgram::cProgram(const std::vector<cToken>& postfix, const std::vector<std::st
     if (!leavesOneValue) return;
     canBeQuiet = std::ranges::all_of(steps, [](const cStep& step) { return step.row->combine != nullptr; });
     canBeSelfContained = std::ranges::none_of(steps, [](const cStep& step) { return step.row->mayBreathe; });
-    drawsUniform = steps.size() == 1 && steps.front().row->name == "Rnd";
     if (!steps.empty()) return;  // the last one leaves the value
     std::swap(operands.front(), operands[static_cast<std::size_t>(sources.back())]);
     operands.resize(1);  // the others have been worked out
@@ -56,7 +55,7 @@ void cProgram::addStep(const cOperator& row, std::vector<cSource>& sources, std:
         sources.push_back(addOperand({}, value));
         return;
     }
-    if (step.given == 2) step.combine = row.combineRounded;
+    if (step.given == 2) step.combineRounded = row.combineRounded;
     step.target = results++;
     deepest = std::max(deepest, results);
     sources.push_back(~static_cast<cSource>(step.target));
@@ -167,13 +166,13 @@ double cProgram::apply(const cStep& step, const double* results, cEvaluationCont
                                                        const std::string& owner, const std::string& text) const {
     double value = 0.0;
     for (const cStep& step : steps) {
-        if (step.combine == nullptr) {
+        if (step.combineRounded == nullptr) {
             value = apply(step, results, context, owner, text);
         } else {
             const double right = valueOf(step.sources[0], results, context, owner);
             const double left = valueOf(step.sources[1], results, context, owner);
             try {
-                value = step.combine(left, right);
+                value = step.combineRounded(left, right);
             } catch (cException& failure) {
                 nameExpression(failure, text);
                 throw;

@@ -48,9 +48,6 @@ public:
         return operands.front().value(context, owner);
     }
 
-    /// Whether the formula is nothing but a draw of a uniform number, rounded.
-    bool isUniformDraw() const { return drawsUniform; }
-
     /// Whether a run is known to do nothing but read figures and combine them. A trial of names does nothing then: they
     /// are among the operands, and nobody has changed what they mean.
     bool isQuiet(const cEvaluationContext& context, const std::string& owner) const {
@@ -60,7 +57,7 @@ public:
 
     /// Whether a run is known to read figures, to draw and to combine, and to do nothing else.
     bool isSelfContained(const cEvaluationContext& context, const std::string& owner) const {
-        if (selfContainedVersion == context.namesVersion || drawsUniform) return true;
+        if (selfContainedVersion == context.namesVersion) return true;
         return canBeSelfContained && areFiguresAtHand(context, owner, selfContainedVersion);
     }
 
@@ -95,8 +92,8 @@ private:
 
     struct cStep {
         const cOperator* row = nullptr;
-        double (*combine)(double left, double right) = nullptr;  // if it does nothing but combine two values
-        std::uint32_t target = 0;                                // the place of its result
+        double (*combineRounded)(double left, double right) = nullptr;  // if that is all it does
+        std::uint32_t target = 0;                                       // the place of its result
         std::uint32_t given = 0;                       // arguments that are there; fewer than needed is a failure
         std::array<cSource, mostArguments> sources{};  // in the order of resolving: the last written first
         std::array<double, mostArguments> numbers{};   // the arguments, if all are numbers
@@ -139,7 +136,6 @@ private:
     std::uint32_t deepest = 0;  // results that wait at the same time
     bool leavesOneValue = false;
     bool isOneOperand = false;
-    bool drawsUniform = false;
     bool canBeQuiet = false;
     bool canBeSelfContained = false;
     std::optional<double> fixedValue;

@@ -12,13 +12,8 @@ cStatement::cStatement(std::string statementText) : text(std::move(statementText
 cStatement::~cStatement() = default;
 
 double cStatement::argumentValue(std::size_t index, cEvaluationContext& model) const {
-    compiled.resize(args.size());
-    if (compiled[index] != nullptr) return compiled[index]->evaluateAnew();
-
-    auto expression = std::make_unique<const cExpression>(model, args[index]);
-    const double value = expression->evaluate();
-    compiled[index] = std::move(expression);
-    return value;
+    if (values.empty()) values = std::vector<cRenewedExpression>(args.begin(), args.end());
+    return values[index].evaluate(model);
 }
 
 std::string cStatement::filledText(std::size_t first, cEvaluationContext& model) const {

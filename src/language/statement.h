@@ -1,6 +1,6 @@
 #pragma once
 
-#include "language/expression.h"
+#include "language/renewedExpression.h"
 
 #include <cstdint>
 #include <memory>
@@ -55,8 +55,8 @@ private:
 
     // What was found out about them when it was needed first.
     mutable bool isBound = false;
-    mutable const cStatementKeyword* row = nullptr;                    // null for a keyword that no statement has
-    mutable std::vector<std::unique_ptr<const cExpression>> compiled;  // the arguments that were evaluated, by index
+    mutable const cStatementKeyword* row = nullptr;  // null for a keyword that no statement has
+    mutable std::vector<cRenewedExpression> values;  // of the arguments
     mutable std::unique_ptr<cTextFormat> format;
     mutable cTarget boundTarget;
 };

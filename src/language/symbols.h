@@ -23,8 +23,8 @@ class cRes;
 /// What a declared global name stands for.
 enum class eNameKind : std::int32_t { saveValue = 1, variable = 2 };
 
-/// The names of the language and what they mean in the model at this moment. Every name is looked up anew at each
-/// evaluation; one that means nothing is 0 and no error.
+/// The names of the language and what they mean in the model at this moment. A name means at each
+/// evaluation what it means then; one that means nothing is 0 and no error.
 class cSymbols : public cEvaluationContext {
 public:
     /// Stream 0 begins with the low 32 bits of `firstSeed`.

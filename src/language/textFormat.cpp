@@ -30,11 +30,9 @@ cTextFormat::cTextFormat(const std::string& text) {
     const auto [format, expressions] = partsOf(text);
     std::size_t begin = 0;
     for (std::size_t percent = format.find('%'); percent != std::string::npos; percent = format.find('%', begin)) {
-        cConversion conversion{
-            format.substr(begin, percent - begin), format.substr(percent + 1, 1), {}, false, nullptr};
+        cConversion conversion{format.substr(begin, percent - begin), format.substr(percent + 1, 1), std::nullopt};
         begin = percent + 1 + conversion.letter.size();
-        conversion.hasExpression = conversions.size() < expressions.size();
-        if (conversion.hasExpression) conversion.expression = expressions[conversions.size()];
+        if (conversions.size() < expressions.size()) conversion.expression.emplace(expressions[conversions.size()]);
         conversions.push_back(std::move(conversion));
     }
     textBehind = format.substr(begin);
@@ -45,20 +43,11 @@ std::string cTextFormat::fill(cEvaluationContext& model, const std::string& stat
     for (cConversion& conversion : conversions) {
         const std::string& letter = conversion.letter;
         if (letter != "d" && letter != "f") fail("Unknown conversion \"%" + letter + "\"", statementText);
-        if (!conversion.hasExpression) fail("Format with more conversions than expressions", statementText);
+        if (!conversion.expression) fail("Format with more conversions than expressions", statementText);
 
-        const double value = valueOf(conversion, model);
+        const double value = conversion.expression->evaluate(model);
         filled += conversion.textBefore;
         filled += letter == "d" ? std::to_string(truncateToInt32(value)) : fixedText(value);
     }
     return filled += textBehind;
-}
-
-double cTextFormat::valueOf(cConversion& conversion, cEvaluationContext& model) {
-    if (conversion.compiled != nullptr) return conversion.compiled->evaluateAnew();
-
-    auto expression = std::make_unique<const cExpression>(model, conversion.expression);
-    const double value = expression->evaluate();
-    conversion.compiled = std::move(expression);
-    return value;
 }

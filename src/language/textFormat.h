@@ -1,8 +1,8 @@
 #pragma once
 
-#include "language/expression.h"
+#include "language/renewedExpression.h"
 
-#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,13 +23,9 @@ public:
 private:
     struct cConversion {
         std::string textBefore;
-        std::string letter;      // empty at the end of the format
-        std::string expression;  // its text
-        bool hasExpression = false;
-        std::unique_ptr<const cExpression> compiled;
+        std::string letter;  // empty at the end of the format
+        std::optional<cRenewedExpression> expression;
     };
-
-    static double valueOf(cConversion& conversion, cEvaluationContext& model);
 
     std::vector<cConversion> conversions;
     std::string textBehind;

@@ -360,6 +360,17 @@ TEST_F(cLinkDrawTest, candidatesAreThoseThatWaitedWhenTheDrawBegan) {
     EXPECT_EQ(numbersOf(yard.getContents()), (std::vector<int>{3, 4}));
 }
 
+TEST_F(cLinkDrawTest, whatAHostPutsInDuringADrawIsNoCandidate) {
+    fillYard(2);
+    fromYard.setRuleText(eLinkRule::drawUntil, "0");
+    int draws = 0;
+    network.onEventPoint = [&] {
+        if (++draws < 10) yard.receive(*makeCounted<cResCompound>(&truck));
+    };
+
+    EXPECT_EQ(trucks(), (std::vector<int>{1, 2}));
+}
+
 TEST_F(cLinkDrawTest, aResourceThatStandsTwiceIsDrawnTwice) {
     const auto made = makeCounted<cResCompound>(&truck);
     yard.receive(*made);

@@ -41,7 +41,8 @@ private:
 class cCalendarTest : public ::testing::Test {
 protected:
     cActInstancePtr instanceWithEnd(double end) {
-        auto instance = makeCounted<cActInstance>(work, nextId++, 0.0, cHoldings{});
+        auto instance = makeCounted<cActInstance>(work);
+        instance->begin(nextId++, 0.0, {});
         instance->setDuration(end);
         return instance;
     }

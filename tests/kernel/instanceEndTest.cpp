@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 using cTexts = std::vector<std::string>;
@@ -295,6 +297,70 @@ TEST_F(cInstanceEndTest, eventCodeOfAnActivityRunsInTheFirstReplicationOnly) {
     EXPECT_EQ(network.messages.back(), "2 2 2");              // after the third replication
     EXPECT_EQ(network.runStatistics->getMeans().at(1), 2.0);  // 2 from the first on, and no more from the others
     EXPECT_EQ(network.runStatistics->getReplicationCount(), 3);
+}
+
+// ---- the objects of instances
+
+TEST_F(cInstanceEndTest, anInstanceThatTheCalendarStillHoldsIsNotUsedAgain) {
+    work.startInstance({}, 0.0, 10.0);
+    work.endInstance(work.findInstance(0));  // ahead of its time: its entry stays on the calendar
+
+    work.startInstance({}, 0.0, 5.0);
+
+    ASSERT_EQ(network.getCalendar().size(), 2U);
+    EXPECT_EQ(network.getCalendar().inOrder()[0]->getEndTime(), 5.0);
+    EXPECT_EQ(network.getCalendar().inOrder()[1]->getEndTime(), 10.0);
+}
+
+TEST_F(cInstanceEndTest, anEndedInstanceThatNobodyHoldsIsUsedAgain) {
+    network.simState = 0;  // so that none goes on the calendar
+    work.startInstance({}, 0.0, 5.0);
+    const cActInstance* ended = work.latestInstance();
+    work.endInstance(work.findInstance(0));
+
+    work.startInstance({}, 0.0, 5.0);
+
+    EXPECT_EQ(work.latestInstance(), ended);
+    EXPECT_EQ(ended->getInstanceId(), 1);
+}
+
+TEST_F(cInstanceEndTest, anActivityThatIsResetInTheMidstOfAnEndStartsAnew) {
+    connect(a, first, soil);
+    work.startInstance(holdingsOf({makeCounted<cResGen>(&soil, 4.0)}), 0.0, 5.0);
+    network.onEventPoint = [&] { work.resetElement(); };
+    work.endInstance(work.findInstance(0));
+    network.onEventPoint = nullptr;
+
+    work.startInstance({}, 0.0, 5.0);
+
+    EXPECT_EQ(work.getCurInst(), 1);
+    EXPECT_TRUE(work.latestInstance()->isRunning());
+}
+
+TEST_F(cInstanceEndTest, theInstanceHoldsItsResourcesUntilTheEndCodeIsOver) {
+    connect(a, first, truck);
+    auto dumper = makeCounted<cResCompound>(&truck);
+    work.startInstance(holdingsOf({dumper}), 0.0, 5.0);
+    std::vector<double> numbers;
+    network.onEventPoint = [&] { numbers.push_back(network.evaluate("Work.Truck.ResNum")); };
+
+    work.endInstance(work.findInstance(0));
+
+    EXPECT_EQ(numbers, (std::vector<double>{1.0, 1.0}));
+}
+
+TEST_F(cInstanceEndTest, aLinkThatIsGoneIsToldOfNoBurst) {
+    connect(a, first, soil);
+    auto lost = std::make_shared<cLink>("C");
+    connect(*lost, second, soil);
+    fire(4.0);
+    network.messages.clear();
+
+    lost = nullptr;
+    fire(4.0);
+
+    EXPECT_EQ(std::ranges::count(network.messages, "flowBegin First"), 1);
+    EXPECT_EQ(std::ranges::count(network.messages, "flowBegin Second"), 0);
 }
 
 }  // namespace

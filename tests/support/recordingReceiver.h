@@ -15,7 +15,7 @@ public:
     void flowBegin() override { note("flowBegin"); }
     void receive(cRes& resource) override {
         note("receive");
-        received.push_back(kept(resource));
+        received.push_back(keep(resource));
     }
     void flowEnd() override { note("flowEnd"); }
     void flowSettle() override { note("flowSettle"); }
