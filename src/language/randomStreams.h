@@ -11,7 +11,8 @@ public:
     /// A generator whose state is 1.
     cRandomGenerator() = default;
     /// A generator whose state is `seed` modulo 2^31 - 1, or 1 if that is 0.
-    explicit cRandomGenerator(std::uint32_t seed) : state(seed % modulus == 0 ? 1 : seed % modulus) {}
+    explicit cRandomGenerator(std::uint32_t seed)
+        : state(static_cast<std::uint32_t>(seed % modulus == 0 ? 1U : seed % modulus)) {}
 
     /// The next uniform number in [0, 1): a multiple of 2^-53 without bias, made of two steps of the generator. A pair
     /// of steps outside the range that divides evenly is used up and another pair is taken.
