@@ -1,0 +1,306 @@
+#include "editor/dialogRes.h"
+
+#include "flow/resourceType.h"
+#include "kernel/network.h"
+
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QRegularExpression>
+#include <QSignalBlocker>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr QSize startSize(620, 380);
+constexpr const char* protectedType = "Default";
+
+int recordCounter = 0;
+
+std::unique_ptr<cResType> makeType(const std::string& name, const QString& kind) {
+    if (kind == typeKindWord::generic) return std::make_unique<cResTypeGen>(name);
+    if (kind == typeKindWord::compound) return std::make_unique<cResTypeCompound>(name);
+    return std::make_unique<cResTypeChar>(name);
+}
+
+/// The object that the type was when it was last of that kind, or a new one. So what an Assembler made before finds its
+/// type again.
+std::unique_ptr<cResType> takeType(cTypeRecord& record) {
+    const auto former = std::find_if(record.formerTypes.begin(), record.formerTypes.end(), [&](const auto& type) {
+        return QString::fromStdString(type->getTypeKind()) == record.kind;
+    });
+    if (former == record.formerTypes.end()) return makeType(record.name, record.kind);
+
+    std::unique_ptr<cResType> taken = std::move(*former);
+    record.formerTypes.erase(former);
+    return taken;
+}
+
+/// The engine itself never renames a type, and offers its name for reading alone.
+void giveName(cResType& type, const std::string& newName) { const_cast<std::string&>(type.getTypeName()) = newName; }
+
+QString withoutBlanks(QString text) {
+    static const QRegularExpression blanks(QStringLiteral("\\s"));
+    return text.remove(blanks);
+}
+
+}  // namespace
+
+cDialogRes::cDialogRes(cNetwork& model, QWidget* parent) : QDialog(parent), network(model) {
+    setObjectName(QStringLiteral("resourceTypeDialog"));
+    setWindowTitle(tr("Resource Types"));
+    auto* page = new QWidget;
+    auto* columns = new QHBoxLayout(page);
+    columns->addWidget(makeTypeList(), 1);
+    columns->addWidget(makeProperties(), 1);
+    auto* tabs = new QTabWidget;
+    tabs->addTab(page, tr("Resource Types"));
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    buttons->setObjectName(QStringLiteral("typeButtons"));
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(tabs);
+    layout->addWidget(buttons);
+    resize(startSize);
+
+    connect(typeList, &QListWidget::currentItemChanged, this, &cDialogRes::typeSelected);
+    connect(addButton, &QPushButton::clicked, this, &cDialogRes::addTypedName);
+    connect(compoundButton, &QRadioButton::toggled, this, &cDialogRes::applyType);
+    connect(buttons, &QDialogButtonBox::accepted, this, [this] {
+        applyType();
+        accept();
+    });
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+cDialogRes::~cDialogRes() = default;
+
+QWidget* cDialogRes::makeTypeList() {
+    addEdit = new QLineEdit;
+    addEdit->setObjectName(QStringLiteral("addEdit"));
+    addEdit->setAccessibleName(tr("Name of the new resource"));
+    addButton = new QPushButton(tr("Add Resource"));
+    addButton->setObjectName(QStringLiteral("addButton"));
+    addButton->setAutoDefault(false);
+    typeList = new QListWidget;
+    typeList->setObjectName(QStringLiteral("typeList"));
+    typeList->setAccessibleName(tr("Resource Types"));
+
+    auto* column = new QWidget;
+    auto* row = new QHBoxLayout;
+    row->addWidget(addEdit);
+    row->addWidget(addButton);
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(row);
+    layout->addWidget(typeList);
+    return column;
+}
+
+QWidget* cDialogRes::makeProperties() {
+    nameEdit = new QLineEdit;
+    nameEdit->setObjectName(QStringLiteral("typeNameEdit"));
+    auto* nameLabel = new QLabel(tr("Name: "));
+    nameLabel->setBuddy(nameEdit);
+    savePropsEdit = new QLineEdit;
+    savePropsEdit->setObjectName(QStringLiteral("savePropsEdit"));
+    savePropsLabel = new QLabel(tr("Save Props: "));
+    savePropsLabel->setObjectName(QStringLiteral("savePropsLabel"));
+    savePropsLabel->setBuddy(savePropsEdit);
+    genericButton = new QRadioButton(tr("Generic"));
+    genericButton->setObjectName(QStringLiteral("genericButton"));
+    compoundButton = new QRadioButton(tr("Compound Characterized"));
+    compoundButton->setObjectName(QStringLiteral("compoundButton"));
+    kindBox = new QGroupBox(tr("Kind of Resource Type"));
+    kindBox->setObjectName(QStringLiteral("kindBox"));
+    auto* kinds = new QVBoxLayout(kindBox);
+    kinds->addWidget(genericButton);
+    kinds->addWidget(compoundButton);
+
+    auto* column = new QWidget;
+    auto* grid = new QGridLayout;
+    grid->addWidget(nameLabel, 0, 0);
+    grid->addWidget(nameEdit, 0, 1);
+    grid->addWidget(savePropsLabel, 1, 0);
+    grid->addWidget(savePropsEdit, 1, 1);
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(grid);
+    layout->addWidget(kindBox);
+    layout->addStretch();
+    return column;
+}
+
+bool cDialogRes::canEditModel() const { return network.simState == 0; }
+
+void cDialogRes::addResType(const QString& name, const QString& kind) {
+    const std::string typeName = name.toStdString();
+    if (name.isEmpty() || kind.isEmpty() || records.contains(typeName)) return;
+
+    auto record = std::make_unique<cTypeRecord>();
+    record->number = ++recordCounter;
+    record->name = typeName;
+    record->kind = kind;
+    current = record.get();
+    records[typeName] = std::move(record);
+    network.resourceTypes[typeName] = makeType(typeName, kind);
+
+    typeList->addItem(name);
+    typeList->setCurrentRow(typeList->count() - 1);
+    Q_EMIT newResAdded(typeName, typeName);
+}
+
+void cDialogRes::addTypedName() {
+    if (canEditModel()) addResType(withoutBlanks(addEdit->text()), QString::fromLatin1(typeKindWord::generic));
+    addEdit->clear();
+}
+
+void cDialogRes::setSaveProps(const std::string&, const std::string&) {
+    if (current == nullptr) return;
+    auto* type = dynamic_cast<cResTypeCompound*>(network.findResourceType(current->name));
+    if (type == nullptr) return;
+
+    static const QRegularExpression parting(QStringLiteral("[\\s\\r\\n]"));
+    std::vector<std::string> names;
+    for (const QString& name : QString::fromStdString(current->saveProps).split(parting, Qt::SkipEmptyParts))
+        names.push_back(name.toStdString());
+    type->setSaveProps(std::move(names));
+}
+
+void cDialogRes::resetTypes() {
+    current = nullptr;
+    const QSignalBlocker silence(typeList);
+    typeList->clear();
+    network.resourceTypes.clear();
+    records.clear();
+}
+
+void cDialogRes::refresh() {
+    addEdit->clear();
+    nameEdit->clear();
+    savePropsEdit->clear();
+    QListWidgetItem* item = typeList->currentItem();
+    if (item == nullptr && !records.empty()) item = itemOf(records.begin()->first);
+    typeList->setCurrentItem(item);
+    typeSelected(item);
+}
+
+void cDialogRes::typeSelected(QListWidgetItem* item) {
+    const auto entry = item == nullptr ? records.end() : records.find(item->text().toStdString());
+    current = entry == records.end() ? nullptr : entry->second.get();
+    const bool isOpen = current != nullptr && current->name != protectedType && canEditModel();
+    nameEdit->setEnabled(isOpen);
+    savePropsEdit->setEnabled(current != nullptr && canEditModel());
+    kindBox->setEnabled(isOpen);
+    genericButton->setEnabled(isOpen);
+    compoundButton->setEnabled(isOpen);
+    addEdit->setEnabled(canEditModel());
+    addButton->setEnabled(canEditModel());
+
+    nameEdit->setText(current == nullptr ? QString() : QString::fromStdString(current->name));
+    savePropsEdit->setText(current == nullptr ? QString() : QString::fromStdString(current->saveProps));
+    showKind(current == nullptr ? QString() : current->kind);
+}
+
+/// A kind that the user can't choose, as a file can give it, checks neither button.
+void cDialogRes::showKind(const QString& kind) {
+    const bool isCompound = kind == typeKindWord::compound;
+    const QSignalBlocker silence(compoundButton);
+    for (QRadioButton* button : {genericButton, compoundButton}) button->setAutoExclusive(false);
+    genericButton->setChecked(kind == typeKindWord::generic);
+    compoundButton->setChecked(isCompound);
+    for (QRadioButton* button : {genericButton, compoundButton}) button->setAutoExclusive(true);
+    showSaveProps(isCompound);
+}
+
+void cDialogRes::showSaveProps(bool isCompound) {
+    savePropsLabel->setVisible(isCompound);
+    savePropsEdit->setVisible(isCompound);
+}
+
+QString cDialogRes::kindOfButtons() const {
+    if (compoundButton->isChecked()) return QString::fromLatin1(typeKindWord::compound);
+    return genericButton->isChecked() ? QString::fromLatin1(typeKindWord::generic) : current->kind;
+}
+
+void cDialogRes::applyType() {
+    if (current == nullptr || current->name == protectedType || !canEditModel()) return;
+
+    applyKind(*current);
+    applyName(*current);
+}
+
+void cDialogRes::applyKind(cTypeRecord& record) {
+    record.kind = kindOfButtons();
+    showSaveProps(record.kind == typeKindWord::compound);
+    cResType* present = network.findResourceType(record.name);
+    if (present == nullptr || QString::fromStdString(present->getTypeKind()) == record.kind) return;
+
+    std::unique_ptr<cResType>& place = network.resourceTypes[record.name];
+    std::unique_ptr<cResType> replacement = takeType(record);
+    place->moveHoldersTo(replacement.get());
+    std::swap(place, replacement);
+    record.formerTypes.push_back(std::move(replacement));
+    Q_EMIT newResAdded(record.name, record.name);
+}
+
+/// A name in a model file ends at a blank, so there is none in it. A name that can't be taken is put back.
+void cDialogRes::applyName(cTypeRecord& record) {
+    const std::string oldName = record.name;
+    const std::string newName = withoutBlanks(nameEdit->text()).toStdString();
+    if (newName.empty() || records.contains(newName)) {
+        nameEdit->setText(QString::fromStdString(oldName));
+        return;
+    }
+    itemOf(oldName)->setText(QString::fromStdString(newName));
+    auto entry = records.extract(oldName);
+    entry.key() = newName;
+    record.name = newName;
+    records.insert(std::move(entry));
+    renameType(record, oldName);
+    nameEdit->setText(QString::fromStdString(newName));
+    Q_EMIT newResAdded(newName, oldName);
+}
+
+/// The engine's object stays: resources know their type by it.
+void cDialogRes::renameType(cTypeRecord& record, const std::string& oldName) {
+    for (const auto& former : record.formerTypes) giveName(*former, record.name);
+    cResType* type = network.findResourceType(oldName);
+    if (type == nullptr) return;
+
+    giveName(*type, record.name);
+    network.resourceTypes.rename(oldName, record.name);
+}
+
+QListWidgetItem* cDialogRes::itemOf(const std::string& name) const {
+    const QList<QListWidgetItem*> items = typeList->findItems(QString::fromStdString(name), Qt::MatchExactly);
+    return items.isEmpty() ? nullptr : items.front();
+}
+
+void cDialogRes::showEvent(QShowEvent* event) {
+    if (!event->spontaneous()) Q_EMIT aboutToShow();
+    QDialog::showEvent(event);
+}
+
+void cDialogRes::hideEvent(QHideEvent* event) {
+    QDialog::hideEvent(event);
+    if (!event->spontaneous()) Q_EMIT closed();
+}
+
+/// Enter in the field of a new name adds it; it doesn't close the dialog.
+void cDialogRes::keyPressEvent(QKeyEvent* event) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && addEdit->hasFocus())
+        addTypedName();
+    else
+        QDialog::keyPressEvent(event);
+}
