@@ -20,3 +20,11 @@ function(addLayer name)  # timbersim_warnings is an INTERFACE target that carrie
     target_include_directories(timbersim_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     target_link_libraries(timbersim_${name} PUBLIC ${layer_USES} PRIVATE timbersim_warnings)
 endfunction()
+
+# For a layer with windows. An engine header may use a word like "slots", which Qt's macros must not eat.
+function(useQt name)
+    file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.h)  # a class may have no source file
+    target_sources(timbersim_${name} PRIVATE ${headers})
+    set_target_properties(timbersim_${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+    target_compile_definitions(timbersim_${name} PUBLIC QT_NO_KEYWORDS)
+endfunction()

@@ -1,0 +1,20 @@
+#include "app/runDisplay.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMainWindow>
+
+cRunDisplay::cRunDisplay(QMainWindow& shownIn, QLabel& statusLabel, QAction& pauseAction, std::function<void()> onReset)
+    : window(shownIn), status(statusLabel), pause(pauseAction), forgetResults(std::move(onReset)) {}
+
+void cRunDisplay::singleRunBegins() { status.setText(tr("Status: Simulating single run.")); }
+
+void cRunDisplay::multipleRunsBegin() {
+    window.setAnimated(false);  // the docks, not the run
+    pause.setEnabled(false);
+}
+
+/// Counts from 0: the first of five replications is 0 of 5.
+void cRunDisplay::replicationBegins(std::int32_t index, std::int32_t replications) {
+    status.setText(tr("Status: Simulating multiple runs: %1 of %2").arg(index).arg(replications));
+}

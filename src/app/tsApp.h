@@ -1,0 +1,172 @@
+#pragma once
+
+#include "app/runDisplay.h"
+#include "app/settings.h"
+#include "editor/editorHost.h"
+#include "editor/tqNetworkElement.h"
+#include "kernel/element.h"
+#include "kernel/network.h"
+
+#include <QElapsedTimer>
+#include <QList>
+#include <QMainWindow>
+#include <QPoint>
+#include <QPointer>
+#include <QStringList>
+#include <memory>
+#include <string>
+
+class QAction;
+class QHBoxLayout;
+class QLabel;
+class QLineEdit;
+class QToolBar;
+class QVBoxLayout;
+class cDialogRes;
+class cGlobalCodeDialog;
+class cHaltBar;
+class cSizeBar;
+class cTQScene;
+class cTQView;
+class traceDialog;
+
+/// The main window, which is the model at the same time: what is drawn on its canvas is what it simulates.
+///
+/// Everything happens on the thread of the window. A run goes on inside the slot of the Run action; the window lives
+/// through `processHostEvents` and the waits of the animation, and slots that run there can reach the model. So what
+/// would change its structure is refused while `simState` is 1.
+///
+/// The members stand in one file for each concern: tsAppWindow.cpp builds it, tsAppActions.cpp its menus and toolbars,
+/// tsAppRun.cpp drives runs, tsAppEditing.cpp the canvas, tsAppFiles.cpp documents.
+class tsApp : public QMainWindow, public cNetwork, public cEditorHost {
+    Q_OBJECT
+
+public:
+    /// Reads the settings, builds the window and begins an empty model.
+    tsApp();
+    ~tsApp() override;
+
+    // ---- the model's hooks
+
+    /// The return to edit mode, whichever way a run ended.
+    void clearNetwork() override;
+    void eventPoint() override;
+    void runAfterTimeAdvance() override;
+    double hostGet(const std::string& key) override;
+    void hostMessage(const std::string& text) override;
+    void processHostEvents() override;
+
+    // ---- what the canvas asks
+
+    int captionPointSize() const override { return settings.textSize; }
+    void editResourceTypes() override;
+
+    // ---- runs
+
+    /// The steps of a run, without its dialogs. @throws cException at the first failure.
+    void runReplications();
+
+    // ---- documents
+
+    /// Opens a model file. @return false if it couldn't be read; the model is then empty, and the user has been told.
+    bool loadModel(const QString& path);
+    bool isModified() const { return modified; }
+    const QString& getCurrentFile() const { return currentFile; }
+
+public Q_SLOTS:
+    void onRun();
+    void onPause();
+    void onStop();
+
+    void newFile();
+    void open();
+    bool save();
+    bool saveAs();
+
+    void showResources();
+    void showGlobalCode();
+
+    /// Shows the properties of an element below the canvas.
+    void elemSelected(cTQNetworkElement* element);
+    /// An icon was dropped at a place in the viewport.
+    void createElementFromDrop(const QString& kind, QPoint position);
+    void deleteSelected();
+    void removeElement(cNetworkElement* element);
+
+Q_SIGNALS:
+    /// A resource type is new, is of another kind or has a new name.
+    void newResAdded(std::string newName, std::string oldName);
+    void sigDeleteElement(cNetworkElement* element);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    // tsAppWindow.cpp
+    void buildWindow();
+    void buildCanvas();
+    void buildStatusBar();
+    void connectCanvas();
+    void applyZoom(int zoom);
+    void applyTextSize(int textSize);
+
+    // tsAppActions.cpp
+    struct cActionRow;
+    QAction* makeAction(const cActionRow& row);
+    void buildActions();
+    void buildMenus();
+    void buildToolBars();
+    QToolBar* addActionBar(const QString& title, const QString& name, const QList<QAction*>& actions);
+
+    // tsAppRun.cpp
+    void showRunState(bool canRun, bool canPause, bool canStop);
+    void showSimTime();
+    void holdRun();
+    bool isEndAsked() const { return stopAsked || stopRequested; }
+    void throwIfEndAsked() const;
+    void showFailure(const cException& failure);
+    void showResults();
+    void showTraces();
+    void forgetTraces();
+
+    // tsAppEditing.cpp
+    bool canEditModel();
+    void placeElement(cTQNetworkElement& element, QPoint position);
+    void hidePanel();
+    void refreshEditable();
+    void refreshPanelOf(cTQNetworkElement* element);
+    void tellNewType(const std::string& newName, const std::string& oldName);
+
+    // tsAppFiles.cpp
+    bool maybeSave();
+    bool writeTo(const QString& path);
+    void clearModel();
+    void setCurrentFile(const QString& path);
+    void setModified(bool isNowModified);
+
+    cAppSettings settings;
+    const QString settingsPath;
+    double screenFactor = 1.0;
+    QString currentFile;
+    bool modified = false;
+    bool stopAsked = false;  // by the user; raised as an exception at the next return from event processing
+    QStringList waitingStatements;
+    QElapsedTimer sinceEvents;  // since the window last processed its events during a run
+
+    // All of these are the window's children.
+    QAction *newAction, *openAction, *saveAction, *saveAsAction, *exitAction, *functionListAction, *aboutAction;
+    QAction *runAction, *pauseAction, *stopAction, *resourcesAction, *globalCodeAction;
+    cHaltBar* haltBar;
+    cSizeBar* sizeBar;
+    QLineEdit* simTimeEdit;
+    QLabel* statusLabel;
+    cTQScene* scene;
+    cTQView* view;
+    QVBoxLayout* mainLayout;
+    cGlobalCodeDialog* globalCodeDialog;
+    cDialogRes* dialogRes;
+
+    std::unique_ptr<cRunDisplay> runDisplay;
+    QPointer<QWidget> currentPanel;  // an element owns it
+    QList<QPointer<traceDialog>> traceDialogs;
+};

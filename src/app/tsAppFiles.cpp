@@ -1,0 +1,123 @@
+// Documents: new, open, save, and the question before something is lost.
+
+#include "app/globalCodeDialog.h"
+#include "app/haltBar.h"
+#include "app/modelFile.h"
+#include "app/tsApp.h"
+#include "editor/animation.h"
+#include "editor/dialogRes.h"
+#include "editor/tqView.h"
+#include "kernel/element.h"
+#include "language/symbols.h"
+
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QStatusBar>
+#include <vector>
+
+namespace {
+
+constexpr int statusTime = 2000;  // milliseconds
+
+}  // namespace
+
+/// @return whether what is on the canvas may be given up.
+bool tsApp::maybeSave() {
+    if (!modified) return true;
+    const QMessageBox::StandardButton answer =
+        QMessageBox::warning(this, tr("TIMBERSIM"),
+                             tr("The document has been modified.\nDo you want to save your changes?"),
+                             QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    if (answer == QMessageBox::Yes) return save();
+    return answer == QMessageBox::No;
+}
+
+void tsApp::newFile() {
+    if (!canEditModel() || !maybeSave()) return;
+    clearModel();
+    setCurrentFile({});
+    dialogRes->addResType(QStringLiteral("Default"), QLatin1String(typeKindWord::generic));
+    setModified(false);
+}
+
+void tsApp::open() {
+    if (!canEditModel() || !maybeSave()) return;
+    const QString path = QFileDialog::getOpenFileName(this, tr("Open TIMBERSIM Model"), QStringLiteral("."),
+                                                      tr("TIMBERSIM Files (*.tbsmx)"));
+    if (path.isEmpty()) return;
+    loadModel(path);
+    setModified(false);
+}
+
+bool tsApp::save() { return currentFile.isEmpty() ? saveAs() : writeTo(currentFile); }
+
+bool tsApp::saveAs() {
+    const QString path =
+        QFileDialog::getSaveFileName(this, tr("Save"), QStringLiteral("."), tr("TIMBERSIM Files(*.tbsmx)"));
+    return !path.isEmpty() && writeTo(path);
+}
+
+bool tsApp::writeTo(const QString& path) {
+    if (!writeModelFile(*this, path)) {
+        statusBar()->showMessage(tr("Saving canceled"), statusTime);
+        return false;
+    }
+    setCurrentFile(path);
+    statusBar()->showMessage(tr("File saved"), statusTime);
+    setModified(false);
+    return true;
+}
+
+bool tsApp::loadModel(const QString& path) {
+    clearModel();
+    if (!readModelFile(*this, path)) {
+        clearModel();
+        statusBar()->showMessage(tr("Loading canceled"), statusTime);
+        return false;
+    }
+    setCurrentFile(path);
+    statusBar()->showMessage(tr("File loaded"), statusTime);
+    return true;
+}
+
+void tsApp::clearModel() {
+    hidePanel();
+    clearNetwork();
+    haltBar->clearTime();
+    globalCodeDialog->setText({});
+    combis.clear();
+    std::vector<std::shared_ptr<cNetworkElement>> leaving;  // outlive the map: what goes looks at it once more
+    for (const auto& [name, element] : elements) leaving.push_back(element);
+    elements.clear();
+    leaving.clear();
+    cNetworkElement::setElementCounter(0);
+    dialogRes->resetTypes();
+    view->centerOn(0.0, 0.0);
+}
+
+void tsApp::setCurrentFile(const QString& path) {
+    currentFile = path;
+    setWindowModified(false);
+    const QString shownName = path.isEmpty() ? tr("Untitled") : QFileInfo(path).fileName();
+    setWindowTitle(tr("%1[*] - %2").arg(shownName, tr("TIMBERSIM")));
+}
+
+void tsApp::setModified(bool isNowModified) {
+    modified = isNowModified;
+    setWindowModified(isNowModified);
+}
+
+/// A run that is on, held or not, ends where it next returns from event processing; nothing of it is shown any more.
+void tsApp::closeEvent(QCloseEvent* event) {
+    if (!maybeSave()) {
+        event->ignore();
+        return;
+    }
+    settings.isAnimated = animation::isOn;
+    settings.animationDelay = animation::delay;
+    settings.write(settingsPath);
+    stopRequested = true;
+    event->accept();
+}

@@ -1,0 +1,165 @@
+// Run, Pause and Stop, and what a run shows.
+
+#include "app/globalCodeDialog.h"
+#include "app/haltBar.h"
+#include "app/resultsDialog.h"
+#include "app/traceDialog.h"
+#include "app/tsApp.h"
+#include "editor/animation.h"
+#include "editor/tqNetworkElement.h"
+#include "editor/tqView.h"
+#include "kernel/runStatistics.h"
+#include "language/exception.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <new>
+
+namespace {
+
+/// How long a run goes on before the window processes its events again. Asking at each advance of the clock would cost
+/// many models more than the simulation itself.
+constexpr qint64 patience = 10;  // milliseconds
+
+}  // namespace
+
+void tsApp::onRun() {
+    if (paused) {
+        paused = false;  // the run goes on in the frame that holds it
+        showRunState(false, true, true);
+        return;
+    }
+    if (simState != 0) return;
+
+    simTimeEdit->setText(QStringLiteral("0.00"));
+    showRunState(false, true, true);
+    stopAsked = false;
+    try {
+        runReplications();
+        if (!stopRequested) {
+            showResults();
+            showTraces();
+        }
+    } catch (const cException& failure) {
+        showFailure(failure);
+    } catch (const std::bad_alloc&) {
+        showFailure({failureCode::statement, tr("The model needs more memory than there is.\n").toStdString(), {}, {}});
+    }
+    clearNetwork();
+}
+
+void tsApp::runReplications() {
+    cRunCode code;
+    for (const QString& statement : std::as_const(waitingStatements))
+        code.waitingLines.push_back(statement.toStdString());
+    waitingStatements.clear();
+    code.globalCode = globalCodeDialog->text().toStdString();
+    ::runReplications(*this, code, *runDisplay);
+}
+
+void tsApp::onPause() {
+    if (simState != 0 && !paused) holdRun();
+}
+
+/// Holds the run at the point that it has reached, until Run, Stop or the end of the program.
+void tsApp::holdRun() {
+    paused = true;
+    showSimTime();
+    showRunState(true, false, true);
+    // Waits for the next event instead of asking without end: a held run leaves the processor to others.
+    while (paused && !isEndAsked()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    paused = false;
+}
+
+/// Slots can't throw through the event loop that called them. The request is raised where the run next returns from it.
+void tsApp::onStop() {
+    if (simState != 0) stopAsked = true;
+}
+
+void tsApp::throwIfEndAsked() const {
+    if (simState == 0 || !isEndAsked()) return;
+    throw cException{failureCode::userStop, "Simulation stopped.\nSimulation was stopped by user.\n", {}, {}};
+}
+
+void tsApp::processHostEvents() {
+    if (!sinceEvents.isValid() || sinceEvents.hasExpired(patience)) {
+        QCoreApplication::processEvents();
+        sinceEvents.start();
+    }
+    throwIfEndAsked();
+}
+
+void tsApp::eventPoint() {
+    if (!haltBar->holdsAtEvents()) return;
+    holdRun();
+    throwIfEndAsked();
+}
+
+void tsApp::runAfterTimeAdvance() {
+    cNetwork::runAfterTimeAdvance();
+    if (animation::isOn) showSimTime();
+    if (!haltBar->holdsAfterTimeAdvance(simTime)) return;
+    holdRun();
+    throwIfEndAsked();
+}
+
+double tsApp::hostGet(const std::string& key) {
+    const std::string message = "No answer to GET(\"" + key + "\"): no controller is connected.";
+    throw cException{failureCode::expression, message, {}, {}};
+}
+
+/// A message is for a controlling program, and there is none.
+void tsApp::hostMessage(const std::string&) {}
+
+void tsApp::clearNetwork() {
+    cNetwork::clearNetwork();
+    stopAsked = false;
+    showRunState(true, false, false);
+    statusLabel->setText(tr("Status: Edit mode."));
+    view->viewport()->update();
+    waitingStatements.clear();
+    forEachElement([](cNetworkElement& element) {
+        auto* drawn = dynamic_cast<cTQNetworkElement*>(&element);
+        if (drawn == nullptr) return;
+        element.resetElement();
+        drawn->setHighlight(0);
+    });
+    refreshEditable();
+}
+
+void tsApp::showRunState(bool canRun, bool canPause, bool canStop) {
+    runAction->setEnabled(canRun);
+    pauseAction->setEnabled(canPause);
+    stopAction->setEnabled(canStop);
+    const bool isEditing = canRun && !canStop;  // what a run stands on stays as it is until it is over
+    for (QAction* action : {newAction, openAction, resourcesAction, globalCodeAction}) action->setEnabled(isEditing);
+}
+
+void tsApp::showSimTime() { simTimeEdit->setText(QString::number(simTime, 'f', 2)); }
+
+void tsApp::showFailure(const cException& failure) {
+    if (stopRequested) return;  // the window is gone
+    const QString message = QString::fromStdString(failure.message);
+    if (failure.code < failureCode::userStop) QMessageBox::critical(this, tr("Error"), message, QMessageBox::Ok);
+    if (failure.code == failureCode::userStop)
+        QMessageBox::information(this, tr("Information"), message, QMessageBox::Ok);
+}
+
+void tsApp::showResults() { (new cResultsDialog(*this, this))->show(); }
+
+void tsApp::showTraces() {
+    for (const auto& [name, text] : runStatistics->printTexts) {
+        auto* dialog = new traceDialog(QString::fromStdString(name), QString::fromStdString(text), this);
+        traceDialogs.append(dialog);
+        dialog->show();
+    }
+}
+
+void tsApp::forgetTraces() {
+    for (const QPointer<traceDialog>& dialog : std::as_const(traceDialogs))
+        if (dialog != nullptr) dialog->deleteLater();
+    traceDialogs.clear();
+}

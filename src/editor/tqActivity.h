@@ -1,0 +1,38 @@
+#pragma once
+
+#include "editor/tqNode.h"
+#include "kernel/activity.h"
+
+/// An activity on the canvas, over the engine's class of it: each of its events is a visible step.
+template <typename cKernel>
+class cTQActivity : public cTQNode, public virtual cKernel {
+public:
+    void onStart() override {
+        const cShownStep step(*this);
+        cKernel::onStart();
+    }
+    void beforeEnd() override {
+        const cShownStep step(*this);
+        cKernel::beforeEnd();
+    }
+    void onEnd() override {
+        const cShownStep step(*this);
+        cKernel::onEnd();
+    }
+    void refreshElement() override { update(); }
+
+protected:
+    using cTQNode::cTQNode;
+
+    int runningInstances() const override { return cKernel::getCurInst(); }
+
+    cFormRow durationRow() {
+        cFormRow row;
+        row.label = tr("Duration:");
+        row.fieldName = QStringLiteral("durationEdit");
+        row.get = [this] { return QString::fromStdString(cKernel::getDurationText()); };
+        row.set = [this](const QString& text) { cKernel::setDurationText(text.toStdString()); };
+        row.isMarked = true;
+        return row;
+    }
+};

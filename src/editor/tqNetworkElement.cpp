@@ -1,0 +1,100 @@
+#include "editor/tqNetworkElement.h"
+
+#include "editor/animation.h"
+#include "editor/elementPanel.h"
+#include "editor/errorBox.h"
+#include "kernel/element.h"
+#include "kernel/network.h"
+
+namespace {
+
+constexpr double plainWidth = 1.0;
+constexpr double highlightWidth = 3.0;
+
+}  // namespace
+
+cTQNetworkElement::cTQNetworkElement() = default;
+cTQNetworkElement::~cTQNetworkElement() = default;
+
+QDialog* cTQNetworkElement::panel() {
+    if (elementPanel == nullptr) createTabs();
+    return elementPanel->atFirstTab();
+}
+
+bool cTQNetworkElement::isPanel(const QWidget* widget) const {
+    return elementPanel != nullptr && elementPanel.get() == widget;
+}
+
+void cTQNetworkElement::createTabs() {
+    elementPanel = std::make_unique<cElementPanel>(cElementForm{panelName(), tabTitle(), formRows()});
+    writeTabs();
+}
+
+void cTQNetworkElement::writeTabs() {
+    if (elementPanel != nullptr) elementPanel->writeTabs();
+}
+
+void cTQNetworkElement::readTabs() {
+    if (elementPanel != nullptr) elementPanel->readTabs();
+}
+
+void cTQNetworkElement::editExceptions() {
+    if (elementPanel != nullptr) elementPanel->editExceptions();
+}
+
+void cTQNetworkElement::setHighlight(int state) {
+    highlight = state;
+    update();
+}
+
+QString cTQNetworkElement::caption() const { return QString::fromStdString(engineElement().getName()); }
+
+bool cTQNetworkElement::setElementName(const QString& newName) {
+    const std::string oldName = engineElement().getName();
+    if (engineElement().setName(newName.toStdString())) {
+        if (engineElement().getName() != oldName) renamed(oldName);
+        return true;
+    }
+    showErrorBox(elementPanel.get(), tr("Naming Error"),
+                 tr("Element name must start with a letter; be less than 16 characters; can contain only letters "
+                    "numbers, and underscores."));
+    return false;
+}
+
+void cTQNetworkElement::renamed(const std::string&) { update(); }
+
+void cTQNetworkElement::populateResCB(std::string newName, std::string oldName) {
+    if (elementPanel != nullptr) elementPanel->refillChoices(newName, oldName);
+}
+
+cFormRow cTQNetworkElement::nameRow(const QString& label) {
+    cFormRow row;
+    row.label = label;
+    row.fieldName = QStringLiteral("nameEdit");
+    row.get = [this] { return QString::fromStdString(engineElement().getName()); };
+    row.set = [this](const QString& text) { setElementName(text); };
+    return row;
+}
+
+QPen cTQNetworkElement::outlinePen(const QColor& selectedColour) const {
+    const bool isRunOff = cNetwork::current().simState == 0;
+    if (isRunOff && isSelected()) return QPen(selectedColour, plainWidth);
+    return QPen(Qt::black, highlight != 0 ? highlightWidth : plainWidth);
+}
+
+cShownStep::cShownStep(cTQNetworkElement& shown) {
+    if (!animation::isOn) return;
+
+    element = &shown;
+    element->setHighlight(1);
+    try {
+        animation::waitStep();
+    } catch (...) {
+        element->setHighlight(0);
+        throw;
+    }
+}
+
+cShownStep::~cShownStep() {
+    if (element != nullptr) element->setHighlight(0);
+}

@@ -1,0 +1,135 @@
+#include "editor/tqNode.h"
+
+#include "editor/editorHost.h"
+#include "editor/linkHandle.h"
+#include "editor/nodePoint.h"
+#include "editor/typedNode.h"
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QGraphicsScene>
+#include <QGraphicsSceneMouseEvent>
+#include <QPainter>
+#include <algorithm>
+
+namespace {
+
+constexpr double runningWidth = 5.0;   // of the green outline of an activity at work
+constexpr double captionDistance = 2.0;
+constexpr double sightMargin = 10.0;
+
+// The family is no font's name, so the system's own choice stands in for it.
+QFont captionFont() { return QFont(QStringLiteral("Ariel"), cEditorHost::current().captionPointSize()); }
+
+}  // namespace
+
+cTQNode::cTQNode(cNodeShape newShape) : nodeShape(std::move(newShape)) {
+    setFlags(ItemIsMovable | ItemIsSelectable | ItemSendsGeometryChanges);
+    setAcceptDrops(true);
+    setAcceptHoverEvents(true);
+    setZValue(-1.0);  // handles, which are parts of links, can be taken where they lie on nodes
+    for (const cPointPlace& place : nodeShape.points)
+        points.push_back(new tNodeCP(*this, place, static_cast<int>(points.size())));
+    connect(this, &cTQNode::resDlgClosed, this, [this](cHomogHolder* holder, const QString& typeName) {
+        takeType(*this, *holder, typeName.toStdString());
+        writeTabs();
+    });
+}
+
+tNodeCP* cTQNode::nearestCP() const { return hoverCP != nullptr ? hoverCP : points.front(); }
+
+tNodeCP* cTQNode::cpByIndex(int index) const {
+    const auto found = std::ranges::find_if(points, [&](const tNodeCP* point) { return point->index == index; });
+    return found == points.end() ? nullptr : *found;
+}
+
+void cTQNode::setHoverCP(tNodeCP* point) {
+    if (point == hoverCP) return;
+
+    if (hoverCP != nullptr) hoverCP->setShown(false);
+    hoverCP = point;
+    if (hoverCP != nullptr) hoverCP->setShown(true);
+}
+
+tNodeCP* cTQNode::pointNearestTo(QPointF scenePosition) const {
+    const QPointF wanted = mapFromScene(scenePosition);
+    const auto distance = [&](const tNodeCP* point) {
+        const QPointF way = point->position() - wanted;
+        return QPointF::dotProduct(way, way);
+    };
+    return *std::ranges::min_element(points, {}, distance);
+}
+
+void cTQNode::comeToRest(QPointF scenePosition) {
+    setPos(restPosition(scenePosition, nodeShape.outline.boundingRect().size()));
+}
+
+double cTQNode::captionOffset() const {
+    const double height = QFontMetricsF(captionFont()).height();
+    return nodeShape.outline.boundingRect().bottom() + captionDistance + height / 2.0;
+}
+
+QRectF cTQNode::captionRect() const {
+    const QFontMetricsF metrics(captionFont());
+    QRectF rect(0.0, 0.0, metrics.horizontalAdvance(caption()) + 2.0, metrics.height());
+    rect.moveCenter(QPointF(0.0, captionOffset()));
+    return rect;
+}
+
+QRectF cTQNode::boundingRect() const {
+    const double half = runningWidth / 2.0 + 1.0;
+    return nodeShape.outline.boundingRect().adjusted(-half, -half, half, half).united(captionRect());
+}
+
+void cTQNode::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*) {
+    if (runningInstances() != 0) {
+        painter->setBrush(Qt::NoBrush);
+        painter->setPen(QPen(Qt::green, runningWidth));
+        painter->drawPath(nodeShape.outline);
+    }
+    QPen pen = outlinePen(Qt::blue);
+    pen.setStyle(outlineStyle());
+    painter->setPen(pen);
+    painter->setBrush(fillColour);
+    painter->drawPath(nodeShape.outline);
+    painter->setBrush(Qt::NoBrush);
+    pen.setStyle(Qt::SolidLine);
+    painter->setPen(pen);
+    painter->drawPath(nodeShape.mark);
+    drawCaption(*painter);
+}
+
+void cTQNode::drawCaption(QPainter& painter) const {
+    painter.setPen(Qt::black);
+    painter.setFont(captionFont());
+    painter.drawText(captionRect(), Qt::AlignCenter | Qt::TextDontClip, caption());
+}
+
+void cTQNode::renamed(const std::string& oldName) {
+    cTQNetworkElement::renamed(oldName);
+    captionChanged();
+}
+
+void cTQNode::captionChanged() {
+    prepareGeometryChange();
+    update();
+}
+
+QVariant cTQNode::itemChange(GraphicsItemChange change, const QVariant& value) {
+    if (change == ItemPositionHasChanged || change == ItemScenePositionHasChanged) {
+        for (const tNodeCP* point : points)
+            for (tLinkCP* handle : point->getHandles()) handle->followPoint();
+        if (scene() != nullptr && scene()->mouseGrabberItem() == this) keepInSight();
+    }
+    return QGraphicsItem::itemChange(change, value);
+}
+
+/// While the node is dragged, the view scrolls with it.
+void cTQNode::keepInSight() {
+    ensureVisible(nodeShape.outline.boundingRect(), static_cast<int>(sightMargin), static_cast<int>(sightMargin));
+}
+
+void cTQNode::mouseReleaseEvent(QGraphicsSceneMouseEvent* event) {
+    QGraphicsItem::mouseReleaseEvent(event);
+    comeToRest(pos());
+}
