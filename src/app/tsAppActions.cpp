@@ -43,21 +43,34 @@ QAction* tsApp::makeAction(const cActionRow& row) {
 void tsApp::buildActions() {
     newAction = makeAction({"newAction", tr("&New"), "new.png", QKeySequence::New, tr("Create a new file")});
     openAction = makeAction({"openAction", tr("&Open"), "open.png", QKeySequence::Open, tr("Open a new file")});
-    saveAction = makeAction({"saveAction", tr("&Save"), "save.png", QKeySequence::Save, tr("Save changes to this file")});
-    saveAsAction = makeAction(
-        {"saveAsAction", tr("&Save As"), nullptr, QKeySequence::SaveAs, tr("Save changes to this file")});
-    exitAction = makeAction({"exitAction", tr("E&xit"), nullptr, QKeySequence(tr("Ctrl+Q")), tr("Exit the application")});
+    saveAction =
+        makeAction({"saveAction", tr("&Save"), "save.png", QKeySequence::Save, tr("Save changes to this file")});
+    saveAsAction =
+        makeAction({"saveAsAction", tr("&Save As"), nullptr, QKeySequence::SaveAs, tr("Save changes to this file")});
+    exitAction =
+        makeAction({"exitAction", tr("E&xit"), nullptr, QKeySequence(tr("Ctrl+Q")), tr("Exit the application")});
     functionListAction = makeAction({"functionListAction", tr("Variable and Function List")});
     aboutAction = makeAction({"aboutAction", tr("A&bout"), nullptr, QKeySequence(tr("Ctrl+B"))});
     // Pause and Stop have one text; their tool tips tell them apart.
-    runAction = makeAction({"runAction", tr("R&un Simulation/ Operation"), "play.png", {},
-                            tr("Run Simulation of Network"), tr("Run simulation")});
-    pauseAction = makeAction({"pauseAction", tr("S&top Simulation/ Operation"), "pause.png", {},
-                              tr("Stop Simulation of Network"), tr("Pause simulation")});
-    stopAction = makeAction({"stopAction", tr("S&top Simulation/ Operation"), "stop.png", {},
-                             tr("Stop Simulation of Network"), tr("Stop simulation")});
-    resourcesAction =
-        makeAction({"resourcesAction", tr("&Resources"), "res.png", {}, tr("Add and Edit Resources")});
+    runAction = makeAction({"runAction",
+                            tr("R&un Simulation/ Operation"),
+                            "play.png",
+                            {},
+                            tr("Run Simulation of Network"),
+                            tr("Run simulation")});
+    pauseAction = makeAction({"pauseAction",
+                              tr("S&top Simulation/ Operation"),
+                              "pause.png",
+                              {},
+                              tr("Stop Simulation of Network"),
+                              tr("Pause simulation")});
+    stopAction = makeAction({"stopAction",
+                             tr("S&top Simulation/ Operation"),
+                             "stop.png",
+                             {},
+                             tr("Stop Simulation of Network"),
+                             tr("Stop simulation")});
+    resourcesAction = makeAction({"resourcesAction", tr("&Resources"), "res.png", {}, tr("Add and Edit Resources")});
     globalCodeAction =
         makeAction({"globalCodeAction", tr("&Global Code"), "code.png", {}, tr("Add and Edit Global Code")});
 

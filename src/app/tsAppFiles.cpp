@@ -26,10 +26,9 @@ constexpr int statusTime = 2000;  // milliseconds
 /// @return whether what is on the canvas may be given up.
 bool tsApp::maybeSave() {
     if (!modified) return true;
-    const QMessageBox::StandardButton answer =
-        QMessageBox::warning(this, tr("TIMBERSIM"),
-                             tr("The document has been modified.\nDo you want to save your changes?"),
-                             QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    const QMessageBox::StandardButton answer = QMessageBox::warning(
+        this, tr("TIMBERSIM"), tr("The document has been modified.\nDo you want to save your changes?"),
+        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
     if (answer == QMessageBox::Yes) return save();
     return answer == QMessageBox::No;
 }

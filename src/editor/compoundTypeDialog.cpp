@@ -8,9 +8,7 @@
 #include <QVBoxLayout>
 
 cCompoundTypeDialog::cCompoundTypeDialog(const QString& title, QWidget* parent)
-    : QDialog(parent),
-      types(new QComboBox),
-      accepting(new QPushButton(tr("Accept"))) {
+    : QDialog(parent), types(new QComboBox), accepting(new QPushButton(tr("Accept"))) {
     setObjectName(QStringLiteral("compoundTypeDialog"));
     setWindowTitle(title);
     setModal(true);

@@ -124,9 +124,7 @@ cNodeShape dynaforkShape() {
     return branchShape(mark);
 }
 
-cNodeShape assemblerShape() {
-    return branchShape(segments({{{-6.0, 0.0}, {6.0, 0.0}}, {{0.0, -6.0}, {0.0, 6.0}}}));
-}
+cNodeShape assemblerShape() { return branchShape(segments({{{-6.0, 0.0}, {6.0, 0.0}}, {{0.0, -6.0}, {0.0, 6.0}}})); }
 
 cNodeShape disassemblerShape() { return branchShape(segments({{{-6.0, 0.0}, {6.0, 0.0}}})); }
 

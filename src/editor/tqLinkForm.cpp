@@ -60,9 +60,9 @@ std::vector<cFormRow> cTQLink::formRows() {
     incomplete.label = tr("Incomplete/ Bad Link.");
     incomplete.fieldName = QStringLiteral("badLinkLabel");
     incomplete.kind = eFieldKind::value;
-    incomplete.startText = tr(
-        "This link is not connected properly. Ensure that only queues precede combis and that only combis succeed "
-        "queues.");
+    incomplete.startText =
+        tr("This link is not connected properly. Ensure that only queues precede combis and that only combis succeed "
+           "queues.");
     incomplete.isShown = [this] { return getLinkKind() == kindIncomplete; };
 
     return {nameRow(tr("Name:")),

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr double runningWidth = 5.0;   // of the green outline of an activity at work
+constexpr double runningWidth = 5.0;  // of the green outline of an activity at work
 constexpr double captionDistance = 2.0;
 constexpr double sightMargin = 10.0;
 

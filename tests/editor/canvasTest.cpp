@@ -1,0 +1,354 @@
+#include "editor/editorHost.h"
+#include "editor/elemIcon.h"
+#include "editor/elementFactory.h"
+#include "editor/linkHandle.h"
+#include "editor/nodePoint.h"
+#include "editor/tqCombi.h"
+#include "editor/tqFusionQueue.h"
+#include "editor/tqLink.h"
+#include "editor/tqNormal.h"
+#include "editor/tqQueue.h"
+#include "editor/tqScene.h"
+#include "editor/tqView.h"
+#include "support/mouse.h"
+#include "support/testNetwork.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTest>
+#include <memory>
+
+namespace {
+
+class cTestHost : public cEditorHost {
+public:
+    int captionPointSize() const override { return 8; }
+    void editResourceTypes() override {}
+};
+
+}  // namespace
+
+/// A canvas with the queue Soil at (200, 200), the Combi Load at (400, 200), the queue Hauled at (600, 200), the Normal
+/// Check at (400, 400), the fusion queue Again of Soil at (200, 400) and the link Way, which joins nothing, with its
+/// handles at (800, 280) and (800, 320).
+class cCanvasTest : public QObject {
+    Q_OBJECT
+
+private:
+    template <typename cKind>
+    cKind& add(std::shared_ptr<cKind> element, const std::string& name, QPointF place) {
+        element->setName(name);
+        network->elements[name] = element;
+        scene->addItem(element.get());
+        element->setPos(place);
+        return *element;
+    }
+    void remove(cTQNetworkElement& element) { network->elements.erase(element.engineElement().getName()); }
+    QPointF placeOf(const tLinkCP* handle) const { return handle->mapToScene(QPointF(0.0, 0.0)); }
+    void dragStart(QPointF to) { mouse->drag(placeOf(link->startCP()), to); }
+    void dragEnd(QPointF to) { mouse->drag(placeOf(link->endCP()), to); }
+    void joinSoilToLoad() {
+        dragStart({220, 200});
+        dragEnd({370, 200});
+    }
+
+    /// @return whether the view would take it.
+    bool drop(const QMimeData& carried) {
+        const QPoint place(30, 40);
+        QDragEnterEvent enter(place, Qt::CopyAction, &carried, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(view->viewport(), &enter);
+        if (!enter.isAccepted()) return false;
+        QDropEvent event(place, Qt::CopyAction, &carried, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(view->viewport(), &event);
+        return event.isAccepted();
+    }
+
+    std::unique_ptr<cTestHost> host;
+    std::unique_ptr<cTestNetwork> network;
+    std::unique_ptr<cTQScene> scene;
+    std::unique_ptr<cTQView> view;
+    std::unique_ptr<cMouse> mouse;
+    cTQQueue* soil = nullptr;
+    cTQQueue* hauled = nullptr;
+    cTQCombi* load = nullptr;
+    cTQNormal* check = nullptr;
+    cTQFusionQueue* again = nullptr;
+    cTQLink* link = nullptr;
+
+private Q_SLOTS:
+    void init() {
+        host = std::make_unique<cTestHost>();
+        network = std::make_unique<cTestNetwork>();
+        cResType& type = network->addGenericType("Default");
+        scene = std::make_unique<cTQScene>();
+        view = std::make_unique<cTQView>();
+        view->setScene(scene.get());
+        view->resize(1200, 800);
+        view->show();
+        view->centerOn(600, 400);
+        mouse = std::make_unique<cMouse>(*view);
+        soil = &add(std::make_shared<cTQQueue>(&type), "Soil", {200, 200});
+        hauled = &add(std::make_shared<cTQQueue>(&type), "Hauled", {600, 200});
+        load = &add(std::make_shared<cTQCombi>(), "Load", {400, 200});
+        check = &add(std::make_shared<cTQNormal>(), "Check", {400, 400});
+        again = &add(std::make_shared<cTQFusionQueue>("Again", "Soil"), "Again", {200, 400});
+        link = &add(std::make_shared<cTQLink>("Way"), "Way", {800, 300});
+    }
+    void cleanup() {
+        mouse.reset();
+        std::vector<std::shared_ptr<cNetworkElement>> leaving;
+        for (const auto& [name, element] : network->elements) leaving.push_back(element);
+        network->elements.clear();
+        leaving.clear();
+        view.reset();
+        scene.reset();
+        network.reset();
+        host.reset();
+    }
+
+    void newLinkIsLooseAndIncomplete() {
+        QCOMPARE(link->getLinkKind(), kindIncomplete);
+        QCOMPARE(link->startCP()->pos(), QPointF(0, -20));
+        QCOMPARE(link->endCP()->pos(), QPointF(0, 20));
+        QCOMPARE(link->startCP()->side, sideRight);
+        QCOMPARE(link->endCP()->side, sideLeft);
+        QCOMPARE(link->startCP()->getColour(), QColor(Qt::red));
+        QCOMPARE(link->getResType(), network->findResourceType("Default"));
+    }
+
+    void draggedHandlesConnectTheEngine() {
+        joinSoilToLoad();
+
+        QCOMPARE(link->getPredNode(), static_cast<cNode*>(soil));
+        QCOMPARE(link->getSuccNode(), static_cast<cNode*>(load));
+        QCOMPARE(link->getLinkKind(), kindDraw);
+        QCOMPARE(placeOf(link->startCP()), QPointF(220, 200));
+        QCOMPARE(placeOf(link->endCP()), QPointF(370, 200));
+        QCOMPARE(link->startCP()->attachment(), soil->cpByIndex(0));
+        QCOMPARE(link->endCP()->side, sideLeft);
+    }
+
+    void handleDroppedInsideANodeTakesTheNearestPoint() {
+        dragEnd({405, 190});  // in the middle of the Combi, nearest to its upper edge
+
+        QCOMPARE(link->endCP()->attachment()->position(), QPointF(0, -20));
+        QCOMPARE(link->endCP()->side, sideTop);
+    }
+
+    void handleOverANodeThatTakesItIsGreenAndShowsThePoint() {
+        mouse->press(placeOf(link->endCP()));
+        mouse->moveTo({500, 300});
+        QCOMPARE(link->endCP()->getColour(), QColor(Qt::red));
+        mouse->moveTo({400, 190});
+
+        QCOMPARE(link->endCP()->getColour(), QColor(Qt::green));
+        QCOMPARE(load->nearestCP()->position(), QPointF(0, -20));
+        QCOMPARE(load->nearestCP()->opacity(), 1.0);
+        mouse->moveTo({500, 300});
+        QCOMPARE(link->endCP()->getColour(), QColor(Qt::red));
+        QCOMPARE(load->getHoverCP(), nullptr);
+        mouse->release({500, 300});
+    }
+
+    void handleOverAForbiddenNodeStaysRed() {
+        dragEnd({370, 200});  // onto the Combi, before which only queues stand
+        mouse->press(placeOf(link->startCP()));
+        mouse->moveTo({500, 300});
+        mouse->moveTo({400, 400});
+
+        QCOMPARE(link->startCP()->getColour(), QColor(Qt::red));
+        mouse->moveTo({200, 215});
+        QCOMPARE(link->startCP()->getColour(), QColor(Qt::green));
+        mouse->release({200, 215});
+        QCOMPARE(link->getPredNode(), static_cast<cNode*>(soil));
+    }
+
+    void forbiddenDropKeepsTheEnginesEnd() {
+        joinSoilToLoad();
+        dragEnd({400, 400});
+
+        QCOMPARE(link->getSuccNode(), static_cast<cNode*>(load));
+        QCOMPARE(link->endCP()->attachment(), nullptr);
+        QCOMPARE(link->endCP()->getColour(), QColor(Qt::red));
+    }
+
+    void handleDroppedOnNothingDetachesTheEnd() {
+        joinSoilToLoad();
+        dragEnd({500, 500});
+
+        QCOMPARE(link->getSuccNode(), nullptr);
+        QCOMPARE(link->getLinkKind(), kindIncomplete);
+        QCOMPARE(link->endCP()->attachment(), nullptr);
+        QCOMPARE(link->endCP()->getColour(), QColor(Qt::red));
+    }
+
+    void handleThatSlidesAlongItsNodeKeepsTheRules() {
+        joinSoilToLoad();
+        link->setRuleText(eLinkRule::drawAmt, "7");
+        link->setRuleText(eLinkRule::enough, "2");
+        dragEnd({400, 180});
+
+        QCOMPARE(link->endCP()->side, sideTop);
+        QCOMPARE(link->getRuleText(eLinkRule::enough), std::string("2"));
+    }
+
+    void linkBodyDoesNotTearItsEndsOff() {
+        joinSoilToLoad();
+        mouse->drag({300, 200}, {300, 260});
+
+        QCOMPARE(placeOf(link->startCP()), QPointF(220, 200));
+        QCOMPARE(placeOf(link->endCP()), QPointF(370, 200));
+    }
+
+    void releasedNodeRestsOnTheGridWithItsHandles() {
+        joinSoilToLoad();
+        mouse->drag({390, 205}, {413, 252});
+
+        QCOMPARE(load->pos(), QPointF(420, 250));
+        QCOMPARE(placeOf(link->endCP()), QPointF(390, 250));
+        QCOMPARE(placeOf(link->startCP()), QPointF(220, 200));
+    }
+
+    void handleOnAFusionQueueConnectsTheQueueBehindIt() {
+        dragStart({220, 400});
+        dragEnd({370, 200});
+
+        QCOMPARE(link->getPredNode(), static_cast<cNode*>(soil));
+        QCOMPARE(link->fusionAt(true), again);
+        QCOMPARE(link->getLinkKind(), kindDraw);
+        soil->setPos(100, 100);
+        QCOMPARE(placeOf(link->startCP()), QPointF(220, 400));
+        again->setPos(300, 500);
+        QCOMPARE(placeOf(link->startCP()), QPointF(320, 500));
+    }
+
+    void fusionQueueThatTakesAnotherQueueTakesItsLinksAlong() {
+        dragStart({220, 400});
+        dragEnd({370, 200});
+        again->fuseWith("Hauled");
+
+        QCOMPARE(link->getPredNode(), static_cast<cNode*>(hauled));
+        QVERIFY(soil->getOutLinks().empty());
+    }
+
+    void removedFusionQueueTakesItsEndsOffTheQueue() {
+        dragStart({220, 400});
+        remove(*again);
+
+        QCOMPARE(link->getPredNode(), nullptr);
+        QCOMPARE(link->fusionAt(true), nullptr);
+        QCOMPARE(link->startCP()->attachment(), nullptr);
+        QVERIFY(soil->getOutLinks().empty());
+    }
+
+    void removedQueueLeavesItsFusionQueueAndLinksSafe() {
+        dragStart({220, 400});
+        remove(*soil);
+        tellFusionQueues({}, {});
+
+        QCOMPARE(link->getPredNode(), nullptr);
+        QCOMPARE(again->fusedQueue(), nullptr);
+        again->fuseWith("Hauled");
+        QCOMPARE(link->getPredNode(), static_cast<cNode*>(hauled));
+    }
+
+    void removedNodeLeavesItsHandlesLooseWhereTheyAre() {
+        joinSoilToLoad();
+        remove(*load);
+
+        QCOMPARE(link->getSuccNode(), nullptr);
+        QCOMPARE(link->endCP()->attachment(), nullptr);
+        QCOMPARE(placeOf(link->endCP()), QPointF(370, 200));
+        QCOMPARE(link->endCP()->getColour(), QColor(Qt::red));
+    }
+
+    void removedLinkLeavesItsNodes() {
+        joinSoilToLoad();
+        remove(*link);
+
+        QVERIFY(soil->getOutLinks().empty());
+        QVERIFY(load->getInLinks().empty());
+        for (const tNodeCP* point : soil->getPoints()) QVERIFY(point->getHandles().empty());
+    }
+
+    void linksKeepTheirEndsDuringARun() {
+        joinSoilToLoad();
+        network->simState = 1;
+        dragEnd({500, 500});
+
+        QCOMPARE(link->getSuccNode(), static_cast<cNode*>(load));
+        QCOMPARE(placeOf(link->endCP()), QPointF(370, 200));
+    }
+
+    void pressOnANodeAndALinkGivesTheNode() {
+        joinSoilToLoad();
+        QSignalSpy asked(scene.get(), &cTQScene::itemDoubleClicked);
+        mouse->click({372, 200});
+        QCOMPARE(asked.size(), 1);
+        QCOMPARE(asked[0][0].value<cTQNetworkElement*>(), load);
+
+        mouse->click({300, 200});
+        QCOMPARE(asked.size(), 2);
+        QCOMPARE(asked[1][0].value<cTQNetworkElement*>(), link);
+        QVERIFY(link->isSelected());
+    }
+
+    void keyDeleteIsPassedOn() {
+        QSignalSpy asked(scene.get(), &cTQScene::deleteRequested);
+        QTest::keyClick(view->viewport(), Qt::Key_Delete);
+        QCOMPARE(asked.size(), 1);
+    }
+
+    void viewTakesIconsAndNothingElse() {
+        QSignalSpy dropped(view.get(), &cTQView::elemDropped);
+        const std::unique_ptr<QMimeData> icon(cTQElemIcon("Queue", QPixmap()).makeMimeData());
+        QVERIFY(drop(*icon));
+        QCOMPARE(dropped.size(), 1);
+        QCOMPARE(dropped[0][0].toString(), "Queue");
+        QCOMPARE(dropped[0][1].toPoint(), QPoint(30, 40));
+
+        QMimeData other;
+        other.setText("Queue");
+        QVERIFY(!drop(other));
+        network->simState = 1;
+        QVERIFY(!drop(*icon));
+        QCOMPARE(dropped.size(), 1);
+    }
+
+    void runningActivityIsOutlinedInGreen() {
+        const auto greenPixels = [this] {
+            const QImage image = view->grab().toImage();
+            int count = 0;
+            for (int y = 0; y < image.height(); ++y)
+                for (int x = 0; x < image.width(); ++x) count += image.pixelColor(x, y) == QColor(0, 255, 0);
+            return count;
+        };
+        QCOMPARE(greenPixels(), 0);
+        network->simState = 1;
+        check->startInstance({}, 0.0, 5.0);
+        QVERIFY(greenPixels() > 100);
+        network->clearNetwork();
+        QCOMPARE(greenPixels(), 0);
+    }
+
+    void everyKindCanBeMade() {
+        QCOMPARE(elementKinds(), QStringList({"Combi", "NormalAct", "Queue", "FusionQueue", "Link", "Fork", "Dynafork",
+                                              "Assembler", "Disassembler", "Consolidator"}));
+        for (const QString& kind : elementKinds()) {
+            const auto element = makeElement(kind);
+            QVERIFY2(element != nullptr, qPrintable(kind));
+            QVERIFY(!element->getName().empty());
+        }
+        QVERIFY(makeElement("Lorry") == nullptr);
+    }
+
+    void elementsHaveNamesAlsoWhereTheDefaultIsTooLong() {
+        cNetworkElement::setElementCounter(123456);
+        QVERIFY(!makeElement("Consolidator")->getName().empty());
+        QVERIFY(!makeElement("FusionQueue")->getName().empty());
+    }
+};
+
+QTEST_MAIN(cCanvasTest)
+#include "canvasTest.moc"
