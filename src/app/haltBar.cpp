@@ -13,9 +13,9 @@ constexpr int widestTime = 50;
 cHaltBar::cHaltBar(QWidget* parent) : QToolBar(tr("Halt"), parent) {
     setObjectName(QStringLiteral("haltBar"));
     addWidget(new QLabel(tr("Pause at: ")));
-    clockAdvance = addBox(tr("ClockAdvance"), QStringLiteral("clockAdvanceBox"));
-    nextEvent = addBox(tr("NextEvent"), QStringLiteral("nextEventBox"));
-    atTime = addBox(tr("Time="), QStringLiteral("timeBox"));
+    addBox(tr("ClockAdvance"), QStringLiteral("clockAdvanceBox"), isClockTicked);
+    addBox(tr("NextEvent"), QStringLiteral("nextEventBox"), isEventTicked);
+    addBox(tr("Time="), QStringLiteral("timeBox"), isTimeTicked);
     timeEdit = new QLineEdit;
     timeEdit->setObjectName(QStringLiteral("timeEdit"));
     timeEdit->setAccessibleName(tr("Time to pause at"));
@@ -23,18 +23,13 @@ cHaltBar::cHaltBar(QWidget* parent) : QToolBar(tr("Halt"), parent) {
     addWidget(timeEdit);
 }
 
-QCheckBox* cHaltBar::addBox(const QString& text, const QString& name) {
+void cHaltBar::addBox(const QString& text, const QString& name, bool& isTicked) {
     auto* box = new QCheckBox(text);
     box->setObjectName(name);
+    connect(box, &QCheckBox::toggled, this, [&isTicked](bool isChecked) { isTicked = isChecked; });
     addWidget(box);
-    return box;
 }
 
-bool cHaltBar::holdsAfterTimeAdvance(double simTime) const {
-    if (clockAdvance->isChecked()) return true;
-    return atTime->isChecked() && simTime >= timeEdit->text().toDouble();
-}
-
-bool cHaltBar::holdsAtEvents() const { return nextEvent->isChecked(); }
+bool cHaltBar::isTimeReached(double simTime) const { return simTime >= timeEdit->text().toDouble(); }
 
 void cHaltBar::clearTime() { timeEdit->clear(); }

@@ -6,7 +6,7 @@
 #include "app/traceDialog.h"
 #include "app/tsApp.h"
 #include "editor/animation.h"
-#include "editor/tqNetworkElement.h"
+#include "editor/tqNode.h"
 #include "editor/tqView.h"
 #include "kernel/runStatistics.h"
 #include "language/exception.h"
@@ -23,6 +23,8 @@ namespace {
 /// How long a run goes on before the window processes its events again. Asking at each advance of the clock would cost
 /// many models more than the simulation itself.
 constexpr qint64 patience = 10;  // milliseconds
+/// How often a run that isn't animated is painted: a large canvas takes some 50 milliseconds each time.
+constexpr qint64 paintPause = 500;  // milliseconds
 
 }  // namespace
 
@@ -44,9 +46,9 @@ void tsApp::onRun() {
             showTraces();
         }
     } catch (const cException& failure) {
-        showFailure(failure);
+        breakOff(failure);
     } catch (const std::bad_alloc&) {
-        showFailure({failureCode::statement, tr("The model needs more memory than there is.\n").toStdString(), {}, {}});
+        breakOff({failureCode::statement, tr("The model needs more memory than there is.\n").toStdString(), {}, {}});
     }
     clearNetwork();
 }
@@ -67,6 +69,7 @@ void tsApp::onPause() {
 /// Holds the run at the point that it has reached, until Run, Stop or the end of the program.
 void tsApp::holdRun() {
     paused = true;
+    view->viewport()->update();
     showSimTime();
     showRunState(true, false, true);
     // Waits for the next event instead of asking without end: a held run leaves the processor to others.
@@ -86,10 +89,17 @@ void tsApp::throwIfEndAsked() const {
 
 void tsApp::processHostEvents() {
     if (!sinceEvents.isValid() || sinceEvents.hasExpired(patience)) {
+        paintNowAndThen();
         QCoreApplication::processEvents();
         sinceEvents.start();
     }
     throwIfEndAsked();
+}
+
+void tsApp::paintNowAndThen() {
+    if (sincePaint.isValid() && !sincePaint.hasExpired(paintPause)) return;
+    view->viewport()->update();
+    sincePaint.start();
 }
 
 void tsApp::eventPoint() {
@@ -139,6 +149,13 @@ void tsApp::showRunState(bool canRun, bool canPause, bool canStop) {
 }
 
 void tsApp::showSimTime() { simTimeEdit->setText(QString::number(simTime, 'f', 2)); }
+
+void tsApp::breakOff(const cException& failure) {
+    showFailure(failure);
+    forEachElement([](cNetworkElement& element) {
+        if (auto* node = dynamic_cast<cTQNode*>(&element)) node->forgetBursts();
+    });
+}
 
 void tsApp::showFailure(const cException& failure) {
     if (stopRequested) return;  // the window is gone

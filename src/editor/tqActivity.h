@@ -19,7 +19,7 @@ public:
         const cShownStep step(*this);
         cKernel::onEnd();
     }
-    void refreshElement() override { update(); }
+    void refreshElement() override { runChanged(); }
 
 protected:
     using cTQNode::cTQNode;

@@ -8,6 +8,12 @@
 /// A Fork or a Dynafork on the canvas, over the engine's class of it: the branch that a flow takes is shown.
 template <typename cKernel>
 class cTQBranching : public cTQNode, public virtual cKernel {
+public:
+    void forgetBursts() override {
+        cKernel::nSources = 0;
+        cKernel::chosenLink = nullptr;
+    }
+
 protected:
     cTQBranching(cNodeShape newShape, cResType* type) : cTQNode(std::move(newShape)) { cKernel::setResType(type); }
 

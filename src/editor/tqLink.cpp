@@ -19,6 +19,7 @@ constexpr const char* firstTypeName = "Default";
 constexpr QPointF firstStart{0.0, -20.0};
 constexpr QPointF firstEnd{0.0, 20.0};
 constexpr double hitWidth = 10.0;
+constexpr double highlightWidth = 3.0;
 constexpr double paintedMargin = 12.0;  // around the route: the arrowhead, half the widest pen, a handle
 
 }  // namespace
@@ -98,7 +99,7 @@ void cTQLink::handleMoved() {
 
 std::vector<cResPtr> cTQLink::draw() {
     std::vector<cResPtr> drawn = cLink::draw();
-    if (!drawn.empty()) const cShownStep step(*this);
+    if (animation::isOn && !drawn.empty()) const cShownStep step(*this);
     return drawn;
 }
 
@@ -109,6 +110,7 @@ void cTQLink::release() {
 
 /// What leaves is seen before it arrives. A link that has nothing to carry shows nothing.
 void cTQLink::showWhatFlows() {
+    if (!animation::isOn) return;
     const cReleasers* from = ends().releasers;
     const bool isFlowing = isGeneric(getResType()) || (from != nullptr && !from->getHoldings(getResType()).empty());
     if (isFlowing) const cShownStep step(*this);
@@ -116,6 +118,12 @@ void cTQLink::showWhatFlows() {
 
 QRectF cTQLink::paintedRect() const {
     return route.boundingRect().adjusted(-paintedMargin, -paintedMargin, paintedMargin, paintedMargin);
+}
+
+/// Unlike a node, a selected link shows it during a run too.
+QPen cTQLink::linkPen() const {
+    if (getHighlight() != 0) return QPen(Qt::black, highlightWidth);
+    return QPen(isSelected() ? Qt::green : Qt::black, 1.0);
 }
 
 QRectF cTQLink::boundingRect() const { return paintedRect(); }
@@ -128,7 +136,7 @@ QPainterPath cTQLink::shape() const {
 }
 
 void cTQLink::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*) {
-    const QPen pen = outlinePen(Qt::green);
+    const QPen pen = linkPen();
     painter->setPen(pen);
     painter->setBrush(Qt::NoBrush);
     painter->drawPath(linkShaft(route, endHandle->side));

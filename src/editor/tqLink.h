@@ -70,6 +70,7 @@ private:
     bool hasTypedEnd() const;
     void showWhatFlows();
     QRectF paintedRect() const;
+    QPen linkPen() const;
 
     tLinkCP* startHandle;  // child items
     tLinkCP* endHandle;

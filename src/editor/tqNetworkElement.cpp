@@ -1,17 +1,9 @@
 #include "editor/tqNetworkElement.h"
 
-#include "editor/animation.h"
 #include "editor/elementPanel.h"
 #include "editor/errorBox.h"
 #include "kernel/element.h"
 #include "kernel/network.h"
-
-namespace {
-
-constexpr double plainWidth = 1.0;
-constexpr double highlightWidth = 3.0;
-
-}  // namespace
 
 cTQNetworkElement::cTQNetworkElement() = default;
 cTQNetworkElement::~cTQNetworkElement() = default;
@@ -76,15 +68,7 @@ cFormRow cTQNetworkElement::nameRow(const QString& label) {
     return row;
 }
 
-QPen cTQNetworkElement::outlinePen(const QColor& selectedColour) const {
-    const bool isRunOff = cNetwork::current().simState == 0;
-    if (isRunOff && isSelected()) return QPen(selectedColour, plainWidth);
-    return QPen(Qt::black, highlight != 0 ? highlightWidth : plainWidth);
-}
-
-cShownStep::cShownStep(cTQNetworkElement& shown) {
-    if (!animation::isOn) return;
-
+void cShownStep::show(cTQNetworkElement& shown) {
     element = &shown;
     element->setHighlight(1);
     try {
@@ -93,8 +77,4 @@ cShownStep::cShownStep(cTQNetworkElement& shown) {
         element->setHighlight(0);
         throw;
     }
-}
-
-cShownStep::~cShownStep() {
-    if (element != nullptr) element->setHighlight(0);
 }

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "editor/animation.h"
 #include "editor/elementForm.h"
 
 #include <QGraphicsItem>
 #include <QObject>
-#include <QPen>
 #include <QPointF>
 #include <QString>
 #include <memory>
@@ -43,6 +43,12 @@ public:
     virtual int getHighlight() const { return highlight; }
     virtual void setHighlight(int state);
 
+    /// The run has changed what the element shows. Without animation there are far too many changes to paint each: the
+    /// window repaints the canvas now and then.
+    void runChanged() {
+        if (animation::isOn) update();
+    }
+
     /// What is written beside the element, and how far below its middle.
     virtual QString caption() const;
     virtual double captionOffset() const { return 0.0; }
@@ -80,9 +86,6 @@ protected:
     /// The user gave the element another name.
     virtual void renamed(const std::string& oldName);
 
-    /// The pen for the present state: while no run is on, 1 wide and `selectedColour` if selected.
-    QPen outlinePen(const QColor& selectedColour) const;
-
     std::unique_ptr<cElementPanel> elementPanel;
 
 private:
@@ -94,11 +97,17 @@ private:
 class cShownStep {
 public:
     /// @throws cException (code 5) if the user stopped the run meanwhile.
-    explicit cShownStep(cTQNetworkElement& shown);
-    ~cShownStep();
+    explicit cShownStep(cTQNetworkElement& shown) {
+        if (animation::isOn) show(shown);
+    }
+    ~cShownStep() {
+        if (element != nullptr) element->setHighlight(0);
+    }
     cShownStep(const cShownStep&) = delete;
     cShownStep& operator=(const cShownStep&) = delete;
 
 private:
+    void show(cTQNetworkElement& shown);
+
     cTQNetworkElement* element = nullptr;
 };

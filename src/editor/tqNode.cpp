@@ -4,6 +4,7 @@
 #include "editor/linkHandle.h"
 #include "editor/nodePoint.h"
 #include "editor/typedNode.h"
+#include "kernel/network.h"
 
 #include <QFont>
 #include <QFontMetricsF>
@@ -14,6 +15,8 @@
 
 namespace {
 
+constexpr double plainWidth = 1.0;
+constexpr double highlightWidth = 3.0;
 constexpr double runningWidth = 5.0;  // of the green outline of an activity at work
 constexpr double captionDistance = 2.0;
 constexpr double sightMargin = 10.0;
@@ -81,13 +84,20 @@ QRectF cTQNode::boundingRect() const {
     return nodeShape.outline.boundingRect().adjusted(-half, -half, half, half).united(captionRect());
 }
 
+/// While a run is on, only its steps stand out.
+QPen cTQNode::nodePen() const {
+    const bool isRunOff = cNetwork::current().simState == 0;
+    if (isRunOff) return QPen(isSelected() ? Qt::blue : Qt::black, plainWidth);
+    return QPen(Qt::black, getHighlight() != 0 ? highlightWidth : plainWidth);
+}
+
 void cTQNode::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*) {
     if (runningInstances() != 0) {
         painter->setBrush(Qt::NoBrush);
         painter->setPen(QPen(Qt::green, runningWidth));
         painter->drawPath(nodeShape.outline);
     }
-    QPen pen = outlinePen(Qt::blue);
+    QPen pen = nodePen();
     pen.setStyle(outlineStyle());
     painter->setPen(pen);
     painter->setBrush(fillColour);

@@ -7,6 +7,7 @@
 
 #include <QColor>
 #include <QPainterPath>
+#include <QPen>
 #include <vector>
 
 class tNodeCP;
@@ -32,6 +33,9 @@ public:
 
     /// Moves the node to where it rests when it is released at `scenePosition`.
     void comeToRest(QPointF scenePosition);
+
+    /// A run was broken off, perhaps in the middle of a burst of flow: no burst stays open.
+    virtual void forgetBursts() {}
 
     /// Below the outline, where nothing runs through it.
     double captionOffset() const override;
@@ -59,6 +63,7 @@ protected:
     void mouseReleaseEvent(QGraphicsSceneMouseEvent* event) override;
 
 private:
+    QPen nodePen() const;
     QRectF captionRect() const;
     void keepInSight();
     void drawCaption(QPainter& painter) const;

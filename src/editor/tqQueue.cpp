@@ -5,8 +5,6 @@
 
 cTQQueue::cTQQueue(cResType* type) : cTQNode(queueShape()) { setResType(type); }
 
-void cTQQueue::redrawQueue() { update(); }
-
 void cTQQueue::onEntry() {
     const cShownStep step(*this);
     cNodeQueue::onEntry();

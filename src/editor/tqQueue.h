@@ -10,7 +10,7 @@ class cTQQueue : public cTQNode, public virtual cNodeQueue {
 public:
     explicit cTQQueue(cResType* type);
 
-    void redrawQueue() override;
+    void redrawQueue() override { runChanged(); }
     void onEntry() override;
     void onDrawFrom() override;
 

@@ -1,4 +1,6 @@
 #include "editor/animation.h"
+#include "editor/tqFork.h"
+#include "editor/tqNormal.h"
 #include "kernel/runStatistics.h"
 #include "support/drawnModel.h"
 #include "support/messageBox.h"
@@ -185,6 +187,26 @@ private Q_SLOTS:
 
         QCOMPARE(holds, 1);
         QCOMPARE(openResults(), 1);
+    }
+
+    void forkWorksAgainAfterARunWasBrokenOffInsideItsBurst() {
+        auto& fork = model->drop<cTQFork>("Fork", {300, 200}, "Split");
+        model->releases->dropHandle(false, fork.cpByIndex(4));
+        model->join("Onward", fork, *model->hauled);
+        find<QCheckBox>("nextEventBox")->setChecked(true);
+        runAndAtEachHold([&] {  // stops at the first entry of the queue behind the Fork, in the middle of the burst
+            trigger(model->hauled->getStatistics().totCount > 0.0 ? "stopAction" : "runAction");
+        });
+        QCOMPARE(openResults(), 0);
+
+        find<QCheckBox>("nextEventBox")->setChecked(false);
+        auto& work = model->drop<cTQNormal>("NormalAct", {400, 200}, "Spread");
+        model->window.removeElement(model->window.findElement("Onward"));
+        model->join("Onward2", fork, work);
+        model->window.onRun();
+        const auto* activities = find<QTableWidget>("activityTable");
+        QCOMPARE(activities->item(1, 0)->text(), "Spread");
+        QCOMPARE(activities->item(1, 1)->text(), "5");
     }
 
     void failureIsShownAndNoResults() {
