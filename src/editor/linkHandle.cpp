@@ -32,6 +32,7 @@ void tLinkCP::attach(tNodeCP& newPoint) {
     point->handles.push_back(this);
     side = point->side;
     followPoint();
+    owner.handleMoved();  // the side counts, also where the position was right already
     update();
 }
 

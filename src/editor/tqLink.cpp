@@ -76,6 +76,7 @@ bool cTQLink::dropHandle(bool isStart, tNodeCP* point) {
     // A handle that only slides along its node keeps the connection: connecting anew would reset the rules of the link.
     if (!isConnectedTo(isStart, &point->node()) && !connectEnd(isStart, &point->node())) {
         handle->detach();
+        handleMoved();
         return false;
     }
     handle->attach(*point);

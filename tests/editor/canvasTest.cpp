@@ -136,6 +136,16 @@ private Q_SLOTS:
         QCOMPARE(link->endCP()->side, sideTop);
     }
 
+    void routeComesInAtTheSideOfThePoint() {
+        dragStart({220, 200});
+        dragEnd({400, 180});  // right onto the point, where the handle jumps before it is released
+
+        QVERIFY(link->shape().contains(link->mapFromScene(400, 165)));
+        QVERIFY(!link->shape().contains(link->mapFromScene(385, 180)));
+        dragEnd({370, 200});
+        QVERIFY(link->shape().contains(link->mapFromScene(360, 200)));
+    }
+
     void handleOverANodeThatTakesItIsGreenAndShowsThePoint() {
         mouse->press(placeOf(link->endCP()));
         mouse->moveTo({500, 300});
