@@ -124,6 +124,7 @@ private:
     void holdRun();
     bool isEndAsked() const { return stopAsked || stopRequested; }
     void throwIfEndAsked() const;
+    bool isTimeForEvents();
     void paintNowAndThen();
     /// What the user is told of a run that was broken off, and what is undone of it.
     void breakOff(const cException& failure);
@@ -155,7 +156,10 @@ private:
     bool stopAsked = false;  // by the user; raised as an exception at the next return from event processing
     QStringList waitingStatements;
     QElapsedTimer sinceEvents;  // since the window last processed its events during a run
-    QElapsedTimer sincePaint;   // since the canvas was last painted during a run without animation
+    qint64 goneAtLook = 0;      // of that time, when the clock was last looked at; milliseconds
+    int callsPerLook = 1;
+    int callsSinceLook = 0;
+    QElapsedTimer sincePaint;  // since the canvas was last painted during a run without animation
 
     // All of these are the window's children.
     QAction *newAction, *openAction, *saveAction, *saveAsAction, *exitAction, *functionListAction, *aboutAction;
