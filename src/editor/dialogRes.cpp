@@ -46,9 +46,6 @@ std::unique_ptr<cResType> takeType(cTypeRecord& record) {
     return taken;
 }
 
-/// The engine itself never renames a type, and offers its name for reading alone.
-void giveName(cResType& type, const std::string& newName) { const_cast<std::string&>(type.getTypeName()) = newName; }
-
 QString withoutBlanks(QString text) {
     static const QRegularExpression blanks(QStringLiteral("\\s"));
     return text.remove(blanks);
@@ -273,11 +270,11 @@ void cDialogRes::applyName(cTypeRecord& record) {
 
 /// The engine's object stays: resources know their type by it.
 void cDialogRes::renameType(cTypeRecord& record, const std::string& oldName) {
-    for (const auto& former : record.formerTypes) giveName(*former, record.name);
+    for (const auto& former : record.formerTypes) former->setTypeName(record.name);
     cResType* type = network.findResourceType(oldName);
     if (type == nullptr) return;
 
-    giveName(*type, record.name);
+    type->setTypeName(record.name);
     network.resourceTypes.rename(oldName, record.name);
 }
 

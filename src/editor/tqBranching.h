@@ -17,11 +17,6 @@ public:
 protected:
     cTQBranching(cNodeShape newShape, cResType* type) : cTQNode(std::move(newShape)) { cKernel::setResType(type); }
 
-    void beforeOnFlow() override {
-        cKernel::beforeOnFlow();
-        if (auto* link = dynamic_cast<cTQLink*>(&cKernel::branch())) const cShownStep step(*link);
-    }
-
     std::vector<cFormRow> formRows() override {
         return {nameRow(tr("Name:")), streamRow(tr("Stream:")), typeChoiceRow(tr("Resource Type:"), *this, *this)};
     }

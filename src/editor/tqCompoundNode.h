@@ -18,6 +18,11 @@ public:
         writeTabs();
     }
 
+    void forgetBursts() override {
+        cKernel::nSources = 0;
+        cKernel::holdings.clear();
+    }
+
     /// Asks the user for the type.
     void chooseType() {
         const QPointer<QObject> self(this);

@@ -98,23 +98,9 @@ void cTQLink::handleMoved() {
     update(before.united(paintedRect()));
 }
 
-std::vector<cResPtr> cTQLink::draw() {
-    std::vector<cResPtr> drawn = cLink::draw();
-    if (animation::isOn && !drawn.empty()) const cShownStep step(*this);
-    return drawn;
-}
-
-void cTQLink::release() {
-    showWhatFlows();
-    cLink::release();
-}
-
-/// What leaves is seen before it arrives. A link that has nothing to carry shows nothing.
-void cTQLink::showWhatFlows() {
-    if (!animation::isOn) return;
-    const cReleasers* from = ends().releasers;
-    const bool isFlowing = isGeneric(getResType()) || (from != nullptr && !from->getHoldings(getResType()).empty());
-    if (isFlowing) const cShownStep step(*this);
+void cTQLink::runOnFlowStatements() {
+    cLink::runOnFlowStatements();
+    if (animation::isOn) const cShownStep step(*this);
 }
 
 QRectF cTQLink::paintedRect() const {

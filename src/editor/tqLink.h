@@ -49,9 +49,8 @@ public:
     /// A handle has moved, or changed what it sits on: the route follows.
     void handleMoved();
 
-    /// The engine's operations, shown while the animation is on.
-    std::vector<cResPtr> draw() override;
-    void release() override;
+    /// The engine's operation, shown while the animation is on.
+    void runOnFlowStatements() override;
 
     QRectF boundingRect() const override;
     QPainterPath shape() const override;
@@ -68,7 +67,6 @@ private:
     bool isRuleShown(eLinkRule rule) const;
     cFormRow typeRow();
     bool hasTypedEnd() const;
-    void showWhatFlows();
     QRectF paintedRect() const;
     QPen linkPen() const;
 

@@ -31,9 +31,11 @@ public:
     /// replications.
     void resetElement() override {}
 
+protected:
+    std::int32_t nSources = 0;  // open flows towards this node
+
 private:
     void makeCompound();
 
     cShared<cResCompound> compound;  // made at the first burst
-    std::int32_t nSources = 0;       // open flows towards this node
 };

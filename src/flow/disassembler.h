@@ -26,7 +26,9 @@ public:
     /// Does nothing: a burst that never came to its end stays open.
     void resetElement() override {}
 
+protected:
+    std::int32_t nSources = 0;  // open flows towards this node
+
 private:
     cResCompound* opened = nullptr;  // the compound that came last, while its parts are released
-    std::int32_t nSources = 0;       // open flows towards this node
 };

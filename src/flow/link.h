@@ -63,7 +63,8 @@ public:
     const std::string& getRuleText(eLinkRule rule) const;
 
     void addOnFlowStatement(const std::string& text);
-    void runOnFlowStatements() { runStatementList(onFlowStatements, network()); }
+    /// Runs the ONFLOW code: once for each draw, each release and each resource that a Fork sends this way.
+    virtual void runOnFlowStatements() { runStatementList(onFlowStatements, network()); }
     bool hasOnFlowStatements() const { return !onFlowStatements.empty(); }
     virtual void clearOnFlowStatements() { onFlowStatements.clear(); }
 

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 class cHomogHolder;
@@ -30,6 +31,8 @@ public:
     /// Whether its resources are amounts. All others are identified instances.
     bool isGeneric() const { return generic; }
     const std::string& getTypeName() const { return typeName; }
+    /// The network's map of types keeps its key: whoever renames a type moves that too.
+    void setTypeName(std::string newName) { typeName = std::move(newName); }
     const std::string& getTypeKind() const { return typeKind; }
     const std::vector<cHomogHolder*>& getHolders() const { return holders; }
 

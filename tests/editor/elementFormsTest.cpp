@@ -232,7 +232,8 @@ private Q_SLOTS:
     void aQueueShowsItsContentAndItsType() {
         cTQQueue& queue = addQueue("Q", "Soil");
         queue.setInitialContentText("5");
-        queue.receive(std::make_shared<cResGen>(type("Soil"), 2.5));
+        cResGen amount(type("Soil"), 2.5);
+        queue.receive(amount);
 
         QDialog& panel = panelOf(queue);
 
