@@ -2,7 +2,8 @@
 
 import unittest
 
-from windowProgram import BLUE, EDITING, ICONS, WindowCase, is_blue, is_dark, is_green, is_red
+from windowDisplay import is_blue, is_dark, is_green, is_red
+from windowProgram import BLUE, EDITING, ICONS, WindowCase
 
 # What each icon makes: the name in the first line of its panel, and a place on its outline, from its middle. A fusion
 # queue has no name of its own. The outline of what has just been made is blue.

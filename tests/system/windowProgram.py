@@ -4,24 +4,19 @@ Nothing here waits for a length of time: each step waits until what it brings ab
 doesn't come. Places are read off the screen too, so that another font moves them without a test noticing.
 """
 
-import ctypes
-import mmap
 import os
 import pathlib
 import re
-import signal
-import struct
 import subprocess
 import tempfile
-import time
 import unittest
-import zlib
+
+from windowDisplay import (HEIGHT, PATIENCE, WIDTH, Display, end_with_parent, finish, is_dark, is_green, runs_of,
+                           until)
 
 PROGRAM = os.environ["TIMBERSIM"]
 
-PATIENCE = 10.0  # seconds until a step counts as failed
 END_PATIENCE = 1.0  # seconds that the process may live on after it was told to end
-WIDTH, HEIGHT = 1400, 1000
 LEFT_BUTTON = "1"
 
 WHITE = (255, 255, 255)
@@ -31,8 +26,8 @@ RED = (255, 0, 0)
 GREEN = (0, 255, 0)
 BLUE = (0, 0, 255)
 
-# At this zoom a unit of the scene is a pixel, and a node that is dropped on a dot of the grid stays there.
-SETTINGS = "[General]\nANIMATIONTOGGLE={animate}\nANIMATIONSPEED={delay}\nZOOMSLIDE=12\nFONTSLIDE=10\n"
+SETTINGS = "[General]\nANIMATIONTOGGLE=false\nANIMATIONSPEED={delay}\nZOOMSLIDE={zoom}\nFONTSLIDE=10\n"
+PLAIN_ZOOM = 12  # at which a unit of the scene is a pixel, and a node dropped on a dot of the grid stays there
 
 ICONS = ["Combi", "NormalAct", "Queue", "FusionQueue", "Link", "Fork", "Dynafork", "Assembler", "Disassembler",
          "Consolidator"]
@@ -56,142 +51,13 @@ CANCEL_BUTTON = (WIDTH - 60, HEIGHT - 68)
 TOOL_FIELDS = ["clockAdvance", "nextEvent", "time", "timeEdit", "simTimeEdit", "animate"]
 
 
-def end_with_parent():
-    """In a child: it ends with the test's process, even where that is killed and cleans nothing up."""
-    ctypes.CDLL(None).prctl(1, signal.SIGKILL)
-
-
-def finish(process):
-    if process.poll() is None:
-        process.kill()
-    process.wait()
-
-
-class Screen:
-    """What an X server shows: the file of its frame buffer, which it keeps up to date."""
-
-    def __init__(self, path):
-        with open(path, "rb") as file:
-            self.memory = mmap.mmap(file.fileno(), 0, access=mmap.ACCESS_READ)
-        header = struct.unpack(">25I", self.memory[:100])
-        self.width, self.height, self.line = header[4], header[5], header[12]
-        self.start = header[0] + header[19] * 12  # behind the header and the map of colours
-
-    def pixel(self, x, y):
-        place = self.start + y * self.line + 4 * x
-        blue, green, red = self.memory[place:place + 3]
-        return red, green, blue
-
-    def region(self, left, top, width, height):
-        """The bytes of a rectangle, to be compared with those of another time."""
-        return [self.memory[place:place + 4 * width]
-                for place in (self.start + y * self.line + 4 * left for y in range(top, top + height))]
-
-    def count(self, left, top, width, height, is_wanted):
-        return sum(is_wanted(self.pixel(x, y)) for y in range(top, top + height) for x in range(left, left + width))
-
-    def png(self, left=0, top=0, width=None, height=None):
-        width, height = width or self.width - left, height or self.height - top
-        rows = bytearray()
-        for row in self.region(left, top, width, height):
-            pixels = bytearray(3 * width)
-            pixels[0::3], pixels[1::3], pixels[2::3] = row[2::4], row[1::4], row[0::4]
-            rows += b"\0" + pixels
-        parts = [(b"IHDR", struct.pack(">2I5B", width, height, 8, 2, 0, 0, 0)), (b"IDAT", zlib.compress(rows, 9)),
-                 (b"IEND", b"")]
-        return b"\x89PNG\r\n\x1a\n" + b"".join(
-            struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
-            for kind, data in parts)
-
-
-class Display:
-    """An X server on a free display with a window manager, in a folder of its own."""
-
-    def __init__(self):
-        self.scratch = tempfile.TemporaryDirectory()
-        self.folder = pathlib.Path(self.scratch.name)
-        self.processes = []
-        inherited = {name: os.environ[name] for name in ("PATH", "LD_LIBRARY_PATH") if name in os.environ}
-        self.environment = dict(inherited, HOME=self.scratch.name, LC_ALL="C.UTF-8", QT_QPA_PLATFORM="xcb",
-                                XDG_RUNTIME_DIR=self.scratch.name, TMPDIR=self.scratch.name)
-        reader, writer = os.pipe()
-        self.start("Xvfb", "-displayfd", str(writer), "-screen", "0", f"{WIDTH}x{HEIGHT}x24", "-dpi", "96",
-                   "-nolisten", "tcp", "-noreset", "-fbdir", self.scratch.name, pass_fds=[writer])
-        os.close(writer)
-        with os.fdopen(reader) as numbers:
-            self.environment["DISPLAY"] = ":" + numbers.readline().strip()
-        self.screen = Screen(self.folder / "Xvfb_screen0")
-        self.start("openbox", "--sm-disable")
-        until(lambda: self.ask("xprop", "-root", "_NET_SUPPORTING_WM_CHECK").find("window id") > 0, "openbox", self)
-
-    def start(self, *command, **options):
-        process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                                   stderr=subprocess.DEVNULL, preexec_fn=end_with_parent, **options)
-        self.processes.append(process)
-        return process
-
-    def close(self):
-        for process in reversed(self.processes):
-            finish(process)
-        self.scratch.cleanup()
-
-    def ask(self, *command, **options):
-        """What a command on this display says; empty if it fails."""
-        return subprocess.run(command, env=self.environment, capture_output=True, text=True, check=False,
-                              timeout=PATIENCE, **options).stdout
-
-    def do(self, *command):
-        subprocess.run(["xdotool", *map(str, command)], env=self.environment, check=True, timeout=PATIENCE,
-                       stdout=subprocess.DEVNULL)
-
-
-def until(condition, wanted, display):
-    """What `condition` gives once it is true. Fails with a picture if that doesn't come."""
-    end = time.monotonic() + PATIENCE
-    while not (result := condition()):
-        if time.monotonic() > end:
-            with tempfile.NamedTemporaryFile(prefix="timbersim-", suffix=".png", delete=False) as picture:
-                picture.write(display.screen.png())
-            raise AssertionError(f"waited in vain: {wanted}; the screen is in {picture.name}")
-        time.sleep(0.005)  # between two looks
-    return result
-
-
-def is_blue(colour):
-    return colour[2] > 200 and colour[0] < 150 and colour[1] < 150
-
-
-def is_green(colour):
-    return colour[1] > 200 and colour[0] < 100 and colour[2] < 100
-
-
-def is_red(colour):
-    return colour[0] > 200 and colour[1] < 100 and colour[2] < 100
-
-
-def is_dark(colour):
-    return max(colour) < 110
-
-
-def runs_of(colours, is_wanted, shortest):
-    """(first, length) of each unbroken run of wanted colours."""
-    runs = []
-    first = None
-    for place, colour in enumerate([*colours, None]):
-        if colour is not None and is_wanted(colour):
-            first = place if first is None else first
-        elif first is not None:
-            if place - first >= shortest:
-                runs.append((first, place - first))
-            first = None
-    return runs
-
-
 class WindowCase(unittest.TestCase):
     """Starts the program with settings and temporary files of the test's own."""
 
     maxDiff = None
-    animate, delay = "false", 10
+    delay = 10  # milliseconds of an animated step
+    zoom = PLAIN_ZOOM
+    spare = (700, 300)  # where links are dropped, before their handles are taken elsewhere
 
     @classmethod
     def setUpClass(cls):
@@ -206,7 +72,7 @@ class WindowCase(unittest.TestCase):
         for name in ("settings/timbersim", "tmp", "work"):
             (self.folder / name).mkdir(parents=True)
         self.settings = self.folder / "settings/timbersim/demosettings.ini"
-        self.settings.write_text(SETTINGS.format(animate=self.animate, delay=self.delay), encoding="ascii")
+        self.settings.write_text(SETTINGS.format(delay=self.delay, zoom=self.zoom), encoding="ascii")
         environment = dict(self.display.environment, XDG_CONFIG_HOME=str(self.folder / "settings"),
                            TMPDIR=str(self.folder / "tmp"))
         with open(self.folder / "said", "wb") as said:
@@ -280,15 +146,16 @@ class WindowCase(unittest.TestCase):
 
     def find_grid(self):
         """A dot of the grid in the upper left part of the canvas. Places on the canvas count from there."""
-        for y in range(self.stencil_top + 20, self.stencil_top + 31):
-            for x in range(200, 210):
-                if self.screen.pixel(x, y) == GRID_DOT == self.screen.pixel(x + 10, y + 10):
+        step = 10 * self.zoom // PLAIN_ZOOM
+        for y in range(self.stencil_top + 20, self.stencil_top + 20 + step):
+            for x in range(200, 200 + step):
+                if self.screen.pixel(x, y) == GRID_DOT == self.screen.pixel(x + step, y + step):
                     return x, y
         return None
 
     def at(self, x, y):
         """A place of the canvas on the screen. Multiples of 10 lie on the grid."""
-        return self.origin[0] + x, self.origin[1] + y
+        return self.origin[0] + x * self.zoom // PLAIN_ZOOM, self.origin[1] + y * self.zoom // PLAIN_ZOOM
 
     def icon(self, kind):
         return 71, self.stencil_top + ICON_HEIGHT * ICONS.index(kind) + ICON_HEIGHT // 2
@@ -390,10 +257,11 @@ class WindowCase(unittest.TestCase):
         self.accept()
 
     def join(self, start, end):
-        """Drops a link below the model and drags its handles onto two places."""
-        self.drop("Link", 700, 300)
+        """Drops a link in a spare place and drags its handles onto two places."""
+        x, y = self.spare
+        self.drop("Link", x, y)
         self.close_panel()
-        for handle, target in (((700, 280), start), ((700, 320), end)):
+        for handle, target in (((x, y - 20), start), ((x, y + 20), end)):
             self.press(self.at(*handle), self.at(*target))
             self.until(lambda: self.colours_near(*target, is_green), f"a green handle at {target}")
             self.release()

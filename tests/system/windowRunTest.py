@@ -2,7 +2,8 @@
 
 import unittest
 
-from windowProgram import EDITING, PAUSED, RUNNING, WindowCase, is_green
+from windowDisplay import is_green
+from windowProgram import EDITING, PAUSED, RUNNING, WindowCase
 
 # Three trucks are loaded at once, for 5, and haul for 2.
 QUEUES = [
