@@ -24,6 +24,7 @@ public:
     ~cTQLink() override;
 
     cNetworkElement& engineElement() override { return *this; }
+    const cNetworkElement& engineElement() const override { return *this; }
 
     tLinkCP* startCP() const { return startHandle; }
     tLinkCP* endCP() const { return endHandle; }

@@ -30,7 +30,7 @@ public:
 
     /// The engine's side of the same object.
     virtual cNetworkElement& engineElement() = 0;
-    const cNetworkElement& engineElement() const { return const_cast<cTQNetworkElement*>(this)->engineElement(); }
+    virtual const cNetworkElement& engineElement() const = 0;
 
     /// The panel for below the canvas, at its first tab. It is built when it is first asked for.
     virtual QDialog* panel();

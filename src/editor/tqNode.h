@@ -18,6 +18,7 @@ class cTQNode : public cTQNetworkElement, public virtual cNode {
 
 public:
     cNetworkElement& engineElement() override { return *this; }
+    const cNetworkElement& engineElement() const override { return *this; }
 
     /// The point that a dragged handle would take: `hoverCP`, or the first.
     tNodeCP* nearestCP() const;
