@@ -92,7 +92,7 @@ void tsApp::createElementFromDrop(const QString& kind, QPoint position) {
 }
 
 void tsApp::placeElement(cTQNetworkElement& element, QPoint position) {
-    scene->addItem(&element);
+    scene->insertElement(element);
     if (auto* node = dynamic_cast<cTQNode*>(&element))
         node->comeToRest(view->mapToScene(position));
     else

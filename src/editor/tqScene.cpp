@@ -53,6 +53,13 @@ bool maySit(const tLinkCP& handle, const cTQNode& node) {
 
 cTQScene::cTQScene(QObject* parent) : QGraphicsScene(parent) { setSceneRect(0.0, 0.0, fieldLength, fieldLength); }
 
+cTQScene::~cTQScene() = default;
+
+void cTQScene::insertElement(cTQNetworkElement& element) {
+    addItem(&element);
+    Q_EMIT itemInserted(&element);
+}
+
 /// The handle in the mouse's hand, or the one on top at the position, or null. A handle that has jumped onto a point is
 /// no longer under the mouse.
 tLinkCP* cTQScene::handleAt(QPointF position) const {

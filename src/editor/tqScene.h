@@ -3,6 +3,7 @@
 #include "editor/tqNetworkElement.h"
 
 #include <QGraphicsScene>
+#include <QPointer>
 
 class cTQNode;
 class tLinkCP;
@@ -14,11 +15,17 @@ class cTQScene : public QGraphicsScene {
 
 public:
     explicit cTQScene(QObject* parent = nullptr);
+    ~cTQScene() override;
+
+    /// Lists an element, which others own.
+    void insertElement(cTQNetworkElement& element);
 
 Q_SIGNALS:
+    /// An element has come onto the canvas; it hasn't found its place yet.
     void itemInserted(cTQNetworkElement* element);
     /// The user wants to see the element's properties: pressed, or pressed twice.
     void itemDoubleClicked(cTQNetworkElement* element);
+    /// A button of the mouse was released: anything may have moved.
     void updateSignal();
     /// A link was connected or taken off: whatever shows it may show what it is now.
     void elementChanged(cTQNetworkElement* element);
@@ -39,7 +46,7 @@ private:
     void dropHandle(tLinkCP& handle, QPointF position);
     void forgetHover();
 
-    cTQNode* hoverNode = nullptr;  // over which a handle is dragged
+    QPointer<cTQNode> hoverNode;  // over which a handle is dragged; the key Delete may take it away meanwhile
 };
 
 /// Whether the dragged end of a link may sit on a node, as far as the class of the other end tells: queues and fusion

@@ -346,6 +346,60 @@ private Q_SLOTS:
         QCOMPARE(elementKinds(), QStringList({"Combi", "NormalAct", "Queue", "FusionQueue", "Link", "Fork", "Dynafork",
                                               "Assembler", "Disassembler", "Consolidator"}));
         for (const QString& kind : elementKinds()) {
+    void nodeThatGoesUnderADraggedHandleIsForgotten() {
+        mouse->press(placeOf(link->endCP()));
+        mouse->moveTo({400, 190});
+        QVERIFY(load->getHoverCP() != nullptr);
+        remove(*load);
+
+        mouse->moveTo({500, 300});
+        mouse->release({500, 300});
+
+        QCOMPARE(link->getSuccNode(), nullptr);
+        QCOMPARE(link->endCP()->getColour(), QColor(Qt::red));
+    }
+
+    void linkThatGoesInTheHandIsForgotten() {
+        mouse->press(placeOf(link->endCP()));
+        mouse->moveTo({400, 190});
+        remove(*link);
+
+        mouse->moveTo({405, 190});
+        mouse->release({405, 190});
+
+        QCOMPARE(load->getHoverCP(), nullptr);
+        QVERIFY(load->getInLinks().empty());
+    }
+
+    void nodeThatGoesInTheHandIsForgotten() {
+        joinSoilToLoad();
+        mouse->press({390, 205});
+        mouse->moveTo({410, 225});
+        remove(*load);
+        mouse->moveTo({430, 245});
+        mouse->release({430, 245});
+
+        QCOMPARE(link->getSuccNode(), nullptr);
+        QCOMPARE(scene->mouseGrabberItem(), nullptr);
+    }
+
+    void everyReleaseIsTold() {
+        QSignalSpy told(scene.get(), &cTQScene::updateSignal);
+        mouse->click({500, 500});
+        mouse->click({400, 200});
+        mouse->click({700, 600});
+
+        QCOMPARE(told.size(), 3);
+    }
+
+    void keysWithoutAMeaningChangeNothing() {
+        for (const auto key : {Qt::Key_A, Qt::Key_C, Qt::Key_X, Qt::Key_V})
+            QTest::keyClick(view->viewport(), key, Qt::ControlModifier);
+
+        QCOMPARE(network->elements.size(), std::size_t{6});
+        QVERIFY(scene->selectedItems().isEmpty());
+    }
+
             const auto element = makeElement(kind);
             QVERIFY2(element != nullptr, qPrintable(kind));
             QVERIFY(!element->getName().empty());
