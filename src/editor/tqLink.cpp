@@ -122,11 +122,29 @@ QPainterPath cTQLink::shape() const {
     return stroker.createStroke(route);
 }
 
+/// A line that leaves a node downwards, or runs around it, doesn't strike its name out.
+void cTQLink::leaveOutCaptions(QPainter& painter) const {
+    for (const tLinkCP* handle : {startHandle, endHandle}) {
+        if (handle->attachment() == nullptr) continue;
+        const cTQNode& node = handle->attachment()->node();
+        const QRectF caption = mapRectFromItem(&node, node.captionRect());
+        const bool isNear = route.controlPointRect().intersects(caption);  // which costs less to ask
+        if (!isNear || !route.intersects(caption)) continue;
+        QPainterPath around;
+        around.addRect(paintedRect().united(caption));
+        around.addRect(caption);  // inside the other: what is between the two stays
+        painter.setClipPath(around, Qt::IntersectClip);
+    }
+}
+
 void cTQLink::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*) {
     const QPen pen = linkPen();
     painter->setPen(pen);
     painter->setBrush(Qt::NoBrush);
+    painter->save();
+    leaveOutCaptions(*painter);
     painter->drawPath(linkShaft(route, endHandle->side));
+    painter->restore();
     painter->setPen(QPen(pen.color(), 1.0));
     painter->setBrush(Qt::black);
     painter->drawPolygon(arrow);

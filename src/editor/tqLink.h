@@ -70,6 +70,7 @@ private:
     bool hasTypedEnd() const;
     QRectF paintedRect() const;
     QPen linkPen() const;
+    void leaveOutCaptions(QPainter& painter) const;
 
     tLinkCP* startHandle;  // child items
     tLinkCP* endHandle;

@@ -17,8 +17,8 @@ namespace {
 
 constexpr double plainWidth = 1.0;
 constexpr double highlightWidth = 3.0;
-constexpr double runningWidth = 5.0;  // of the green outline of an activity at work
-constexpr double captionDistance = 2.0;
+constexpr double runningWidth = 5.0;      // of the green outline of an activity at work
+constexpr double captionDistance = 10.0;  // room for the arrowhead of a link from below
 constexpr double sightMargin = 10.0;
 
 // The family is no font's name, so the system's own choice stands in for it.

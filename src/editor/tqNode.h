@@ -38,8 +38,10 @@ public:
     /// A run was broken off, perhaps in the middle of a burst of flow: no burst stays open.
     virtual void forgetBursts() {}
 
-    /// Below the outline, where nothing runs through it.
+    /// Below the outline, with room for an arrowhead between the two.
     double captionOffset() const override;
+    /// What the caption covers, in the node's coordinates. The node's own links leave it out.
+    QRectF captionRect() const;
 
     /// The caption is another one.
     void captionChanged();
@@ -65,7 +67,6 @@ protected:
 
 private:
     QPen nodePen() const;
-    QRectF captionRect() const;
     void keepInSight();
     void drawCaption(QPainter& painter) const;
 

@@ -161,6 +161,30 @@ private Q_SLOTS:
         mouse->release({500, 300});
     }
 
+    void handleOverANodeShowsItsNearestPoint_data() {
+        QTest::addColumn<QPointF>("middle");
+        QTest::addColumn<QPointF>("nearest");
+        QTest::newRow("Combi") << QPointF(400, 200) << QPointF(400, 180);
+        QTest::newRow("Normal") << QPointF(400, 400) << QPointF(400, 380);
+        QTest::newRow("Queue") << QPointF(600, 200) << QPointF(600, 180);
+        QTest::newRow("fusion queue") << QPointF(200, 400) << QPointF(200, 380);
+    }
+    void handleOverANodeShowsItsNearestPoint() {
+        QFETCH(QPointF, middle);
+        QFETCH(QPointF, nearest);
+        mouse->press(placeOf(link->endCP()));
+        mouse->moveTo({500, 300});
+        mouse->moveTo(middle + QPointF(1, -7));
+
+        QList<QPointF> shown;
+        for (const QGraphicsItem* item : scene->items())
+            if (const auto* point = dynamic_cast<const tNodeCP*>(item); point != nullptr && point->opacity() == 1.0)
+                shown.append(point->scenePosition());
+        QCOMPARE(shown.size(), 1);
+        QVERIFY((shown[0] - nearest).manhattanLength() < 1e-9);
+        mouse->release({500, 300});
+    }
+
     void handleOverAForbiddenNodeStaysRed() {
         dragEnd({370, 200});  // onto the Combi, before which only queues stand
         mouse->press(placeOf(link->startCP()));
@@ -218,6 +242,46 @@ private Q_SLOTS:
         QCOMPARE(load->pos(), QPointF(420, 250));
         QCOMPARE(placeOf(link->endCP()), QPointF(390, 250));
         QCOMPARE(placeOf(link->startCP()), QPointF(220, 200));
+    }
+
+    void nodeReleasedBesideTheGridRestsOnIt() {
+        soil->comeToRest({23, 47});
+
+        QCOMPARE(soil->pos(), QPointF(20, 50));
+    }
+
+    void nodeDroppedNearTheEdgeRestsInsideTheField_data() {
+        QTest::addColumn<QPointF>("place");
+        QTest::addColumn<QPointF>("rest");
+        QTest::newRow("far corner") << QPointF(4999, 4999) << QPointF(4970, 4980);
+        QTest::newRow("beyond") << QPointF(9000, -50) << QPointF(4970, 20);
+        QTest::newRow("origin") << QPointF(0, 0) << QPointF(30, 20);
+    }
+    void nodeDroppedNearTheEdgeRestsInsideTheField() {
+        QFETCH(QPointF, place);
+        QFETCH(QPointF, rest);
+        load->comeToRest(place);
+
+        QCOMPARE(load->pos(), rest);
+        QVERIFY(scene->sceneRect().contains(load->mapRectToScene(load->shape().boundingRect())));
+    }
+
+    void linkLeavesTheNamesOfItsNodesLegible() {
+        const auto captionImage = [this](const cTQNode& node) {
+            const QPolygon covered = view->mapFromScene(node.mapRectToScene(node.captionRect()));
+            return view->grab(covered.boundingRect().adjusted(1, 1, -1, -1)).toImage();
+        };
+        load->setPos(600, 350);  // straight below Hauled
+        const QImage above = captionImage(*hauled);
+        const QImage below = captionImage(*load);
+        dragStart({600, 220});
+        dragEnd({600, 370});  // from below, around the box
+        scene->clearSelection();
+
+        QVERIFY(link->shape().contains(link->mapFromScene(hauled->mapToScene(hauled->captionRect().center()))));
+        QVERIFY(link->shape().contains(link->mapFromScene(load->mapToScene(load->captionRect().center()))));
+        QCOMPARE(captionImage(*hauled), above);
+        QCOMPARE(captionImage(*load), below);
     }
 
     void handleOnAFusionQueueConnectsTheQueueBehindIt() {
@@ -280,6 +344,60 @@ private Q_SLOTS:
         QVERIFY(soil->getOutLinks().empty());
         QVERIFY(load->getInLinks().empty());
         for (const tNodeCP* point : soil->getPoints()) QVERIFY(point->getHandles().empty());
+    }
+
+    void nodeThatGoesUnderADraggedHandleIsForgotten() {
+        mouse->press(placeOf(link->endCP()));
+        mouse->moveTo({400, 190});
+        QVERIFY(load->getHoverCP() != nullptr);
+        remove(*load);
+
+        mouse->moveTo({500, 300});
+        mouse->release({500, 300});
+
+        QCOMPARE(link->getSuccNode(), nullptr);
+        QCOMPARE(link->endCP()->getColour(), QColor(Qt::red));
+    }
+
+    void linkThatGoesInTheHandIsForgotten() {
+        mouse->press(placeOf(link->endCP()));
+        mouse->moveTo({400, 190});
+        remove(*link);
+
+        mouse->moveTo({405, 190});
+        mouse->release({405, 190});
+
+        QCOMPARE(load->getHoverCP(), nullptr);
+        QVERIFY(load->getInLinks().empty());
+    }
+
+    void nodeThatGoesInTheHandIsForgotten() {
+        joinSoilToLoad();
+        mouse->press({390, 205});
+        mouse->moveTo({410, 225});
+        remove(*load);
+        mouse->moveTo({430, 245});
+        mouse->release({430, 245});
+
+        QCOMPARE(link->getSuccNode(), nullptr);
+        QCOMPARE(scene->mouseGrabberItem(), nullptr);
+    }
+
+    void everyReleaseIsTold() {
+        QSignalSpy told(scene.get(), &cTQScene::updateSignal);
+        mouse->click({500, 500});
+        mouse->click({400, 200});
+        mouse->click({700, 600});
+
+        QCOMPARE(told.size(), 3);
+    }
+
+    void keysWithoutAMeaningChangeNothing() {
+        for (const auto key : {Qt::Key_A, Qt::Key_C, Qt::Key_X, Qt::Key_V})
+            QTest::keyClick(view->viewport(), key, Qt::ControlModifier);
+
+        QCOMPARE(network->elements.size(), std::size_t{6});
+        QVERIFY(scene->selectedItems().isEmpty());
     }
 
     void linksKeepTheirEndsDuringARun() {
@@ -346,60 +464,6 @@ private Q_SLOTS:
         QCOMPARE(elementKinds(), QStringList({"Combi", "NormalAct", "Queue", "FusionQueue", "Link", "Fork", "Dynafork",
                                               "Assembler", "Disassembler", "Consolidator"}));
         for (const QString& kind : elementKinds()) {
-    void nodeThatGoesUnderADraggedHandleIsForgotten() {
-        mouse->press(placeOf(link->endCP()));
-        mouse->moveTo({400, 190});
-        QVERIFY(load->getHoverCP() != nullptr);
-        remove(*load);
-
-        mouse->moveTo({500, 300});
-        mouse->release({500, 300});
-
-        QCOMPARE(link->getSuccNode(), nullptr);
-        QCOMPARE(link->endCP()->getColour(), QColor(Qt::red));
-    }
-
-    void linkThatGoesInTheHandIsForgotten() {
-        mouse->press(placeOf(link->endCP()));
-        mouse->moveTo({400, 190});
-        remove(*link);
-
-        mouse->moveTo({405, 190});
-        mouse->release({405, 190});
-
-        QCOMPARE(load->getHoverCP(), nullptr);
-        QVERIFY(load->getInLinks().empty());
-    }
-
-    void nodeThatGoesInTheHandIsForgotten() {
-        joinSoilToLoad();
-        mouse->press({390, 205});
-        mouse->moveTo({410, 225});
-        remove(*load);
-        mouse->moveTo({430, 245});
-        mouse->release({430, 245});
-
-        QCOMPARE(link->getSuccNode(), nullptr);
-        QCOMPARE(scene->mouseGrabberItem(), nullptr);
-    }
-
-    void everyReleaseIsTold() {
-        QSignalSpy told(scene.get(), &cTQScene::updateSignal);
-        mouse->click({500, 500});
-        mouse->click({400, 200});
-        mouse->click({700, 600});
-
-        QCOMPARE(told.size(), 3);
-    }
-
-    void keysWithoutAMeaningChangeNothing() {
-        for (const auto key : {Qt::Key_A, Qt::Key_C, Qt::Key_X, Qt::Key_V})
-            QTest::keyClick(view->viewport(), key, Qt::ControlModifier);
-
-        QCOMPARE(network->elements.size(), std::size_t{6});
-        QVERIFY(scene->selectedItems().isEmpty());
-    }
-
             const auto element = makeElement(kind);
             QVERIFY2(element != nullptr, qPrintable(kind));
             QVERIFY(!element->getName().empty());
