@@ -7,11 +7,18 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+namespace {
+
+constexpr int besideTitle = 160;  // what a window's frame takes beside its title: the icon and the buttons
+
+}  // namespace
+
 cCompoundTypeDialog::cCompoundTypeDialog(const QString& title, QWidget* parent)
     : QDialog(parent), types(new QComboBox), accepting(new QPushButton(tr("Accept"))) {
     setObjectName(QStringLiteral("compoundTypeDialog"));
     setWindowTitle(title);
     setModal(true);
+    setMinimumWidth(fontMetrics().horizontalAdvance(title) + besideTitle);
     types->setObjectName(QStringLiteral("compoundTypeBox"));
     types->setAccessibleName(tr("Resource type"));
     accepting->setObjectName(QStringLiteral("acceptTypeButton"));
@@ -35,7 +42,7 @@ void cCompoundTypeDialog::chooseType(const QString& typeName) {
     types->setCurrentIndex(qMax(0, types->findText(typeName)));
 }
 
-void cCompoundTypeDialog::populateResCB(std::string newName, std::string oldName) {
+void cCompoundTypeDialog::populateResCB(const std::string& newName, const std::string& oldName) {
     const bool isRenamed = !oldName.empty() && chosenType() == QString::fromStdString(oldName);
     const QString chosen = isRenamed ? QString::fromStdString(newName) : chosenType();
     types->clear();

@@ -20,7 +20,7 @@ public:
 
 public Q_SLOTS:
     /// Fills the list anew: an empty entry, then the compound types. The choice stays, also under a new name.
-    void populateResCB(std::string newName, std::string oldName);
+    void populateResCB(const std::string& newName, const std::string& oldName);
     /// Only a type can be accepted, not the empty entry.
     void slotEnableOK(int index);
     void newRes();

@@ -12,7 +12,7 @@
 template <typename cKernel>
 class cTQCompoundNode : public cTQNode, public virtual cKernel {
 public:
-    void populateResCB(std::string newName, std::string oldName) override {
+    void populateResCB(const std::string& newName, const std::string& oldName) override {
         cTQNode::populateResCB(newName, oldName);
         if (choice != nullptr) choice->populateResCB(newName, oldName);
         writeTabs();
@@ -23,18 +23,20 @@ public:
         cKernel::holdings.clear();
     }
 
-    /// Asks the user for the type.
+    /// Asks the user for the type, and returns when the dialog is closed. The element may be gone then, and the dialog
+    /// with it: nothing here is touched behind the wait.
     void chooseType() {
-        const QPointer<QObject> self(this);
-        cCompoundTypeDialog dialog(choiceTitle(), elementPanel.get());
-        dialog.chooseType(typeNameOf(*this));
-        choice = &dialog;
-        const bool isAccepted = dialog.exec() == QDialog::Accepted;
-        if (self == nullptr) return;
-
-        choice = nullptr;
-        if (isAccepted) Q_EMIT resDlgClosed(this, dialog.chosenType());
+        choice = new cCompoundTypeDialog(choiceTitle(), elementPanel.get());
+        choice->setAttribute(Qt::WA_DeleteOnClose);
+        choice->chooseType(typeNameOf(*this));
+        QObject::connect(choice, &QDialog::accepted, this, [this] { slotResAdded(); });
+        QObject::connect(choice, &QDialog::rejected, this, [this] { slotResNotAdded(); });
+        choice->exec();
     }
+    /// The user accepted a type: it is told together with the element.
+    void slotResAdded() { Q_EMIT resDlgClosed(this, choice->chosenType()); }
+    /// The user chose none: the field shows the type that the element has.
+    void slotResNotAdded() { writeTabs(); }
 
 protected:
     using cTQNode::cTQNode;
@@ -52,5 +54,5 @@ protected:
     }
 
 private:
-    cCompoundTypeDialog* choice = nullptr;  // while it is open
+    QPointer<cCompoundTypeDialog> choice;  // null unless it is open
 };

@@ -55,7 +55,7 @@ bool cTQNetworkElement::setElementName(const QString& newName) {
 
 void cTQNetworkElement::renamed(const std::string&) { update(); }
 
-void cTQNetworkElement::populateResCB(std::string newName, std::string oldName) {
+void cTQNetworkElement::populateResCB(const std::string& newName, const std::string& oldName) {
     if (elementPanel != nullptr) elementPanel->refillChoices(newName, oldName);
 }
 

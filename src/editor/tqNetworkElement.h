@@ -59,7 +59,7 @@ public:
 
     /// The types of the model have changed: whatever lists them is filled anew. `oldName` is what `newName` was called
     /// before, or empty.
-    virtual void populateResCB(std::string newName, std::string oldName);
+    virtual void populateResCB(const std::string& newName, const std::string& oldName);
 
     QPointF lastPress;  ///< where the mouse last pressed the element, in the scene
 

@@ -380,6 +380,13 @@ private Q_SLOTS:
         QCOMPARE(link.getRuleText(eLinkRule::drawUntil), std::string("nDraws"));
     }
 
+    void releaseAmountAndStrengthBeginWithOne() {
+        QDialog& panel = panelOf(add(std::make_shared<cTQLink>("L"), "L"));
+
+        QCOMPARE(line(panel, "releaseAmountEdit")->text(), "1");
+        QCOMPARE(line(panel, "strengthEdit")->text(), "1");
+    }
+
     void aBadStrengthStaysMarked() {
         cTQFork& fork = add(std::make_shared<cTQFork>(type("Soil")), "F");
         cTQLink& link = join("L", fork, addQueue("Q", "Soil"));
@@ -465,8 +472,10 @@ private Q_SLOTS:
     }
 
     void compoundTypesAreOfferedBehindAnEmptyEntry() {
-        cCompoundTypeDialog dialog("Specify Resource of Assembler");
+        const QString title = "Specify Resource of Assembler";
+        cCompoundTypeDialog dialog(title);
 
+        QVERIFY(dialog.minimumWidth() > dialog.fontMetrics().horizontalAdvance(title));
         QCOMPARE(itemsOf(box(dialog)), (QStringList{"", "Truck"}));
         QCOMPARE(box(dialog)->currentIndex(), 0);
         QStringList texts;
