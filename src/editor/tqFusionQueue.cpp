@@ -54,7 +54,11 @@ std::vector<cFormRow> cTQFusionQueue::formRows() {
     queue.label = tr("FusionQueue for: ");
     queue.fieldName = QStringLiteral("queueBox");
     queue.kind = eFieldKind::choice;
-    queue.get = [this] { return QString::fromStdString(queueName); };
+    queue.get = [this] {  // a queue that is gone gives way to the first
+        const QString present = QString::fromStdString(queueName);
+        const QStringList names = queueNames();
+        return names.contains(present) || names.isEmpty() ? present : names.front();
+    };
     queue.set = [this](const QString& name) { fuseWith(name.toStdString()); };
     queue.choices = queueNames;
     return {queue};
