@@ -34,6 +34,7 @@ struct cTypeRecord {
 ///
 /// Ownership: a child of the window; both live until the elements have gone, which can hold resources of former types.
 /// While a run is on nothing can be changed.
+/// dialogResWindow.cpp builds the widgets, dialogRes.cpp holds what they do.
 class cDialogRes : public QDialog {
     Q_OBJECT
 

@@ -30,6 +30,8 @@ cElementPanel::cElementPanel(cElementForm form)
     tabs->setObjectName(QStringLiteral("propertyTabs"));
     tabs->addTab(page, form.tabTitle);
     buttons->setObjectName(QStringLiteral("propertyButtons"));
+    buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("okButton"));
+    buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("cancelButton"));
     auto* layout = new QVBoxLayout(this);
     layout->setSizeConstraint(QLayout::SetNoConstraint);
     layout->addWidget(tabs);
