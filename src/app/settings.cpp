@@ -2,6 +2,7 @@
 
 #include <QSettings>
 #include <QStandardPaths>
+#include <algorithm>
 
 namespace {
 
@@ -21,7 +22,7 @@ cAppSettings cAppSettings::read(const QString& path) {
     const QSettings file(path, QSettings::IniFormat);
     cAppSettings settings;
     settings.isAnimated = file.value(animationKey).toBool();
-    settings.animationDelay = file.value(delayKey).toInt();
+    settings.animationDelay = std::max(0, file.value(delayKey).toInt());  // a file edited by hand
     settings.zoom = file.value(zoomKey).toInt();
     settings.textSize = file.value(textSizeKey).toInt();
     return settings;
