@@ -9,6 +9,7 @@
 #include <QDialogButtonBox>
 #include <QFontDatabase>
 #include <QLabel>
+#include <QPushButton>
 #include <QTextEdit>
 #include <QVBoxLayout>
 
@@ -31,6 +32,7 @@ cGlobalCodeDialog::cGlobalCodeDialog(cNetwork& model, QWidget* parent)
     codeEdit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
     buttons->setObjectName(QStringLiteral("globalCodeButtons"));
+    buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("okButton"));
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(label);

@@ -12,13 +12,16 @@ constexpr int widestTime = 50;
 
 cHaltBar::cHaltBar(QWidget* parent) : QToolBar(tr("Halt"), parent) {
     setObjectName(QStringLiteral("haltBar"));
-    addWidget(new QLabel(tr("Pause at: ")));
+    auto* label = new QLabel(tr("Pause at: "));
+    label->setObjectName(QStringLiteral("haltLabel"));
+    addWidget(label);
     addBox(tr("ClockAdvance"), QStringLiteral("clockAdvanceBox"), isClockTicked);
     addBox(tr("NextEvent"), QStringLiteral("nextEventBox"), isEventTicked);
     addBox(tr("Time="), QStringLiteral("timeBox"), isTimeTicked);
     timeEdit = new QLineEdit;
     timeEdit->setObjectName(QStringLiteral("timeEdit"));
     timeEdit->setAccessibleName(tr("Time to pause at"));
+    timeEdit->setToolTip(tr("Time to pause at"));
     timeEdit->setMaximumWidth(widestTime);
     addWidget(timeEdit);
 }

@@ -76,6 +76,7 @@ QScrollArea* cResultsDialog::makeLabel(const QString& text) {
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     auto* area = new QScrollArea;
+    area->setObjectName(QStringLiteral("resultLabelArea"));
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
     area->setWidget(label);

@@ -27,7 +27,9 @@ QSlider* cSizeBar::addSlider(const QString& label, const QString& name, int lowe
     slider->setRange(lowest, highest);
     slider->setValue(value);
     slider->setFixedWidth(sliderWidth);
-    addWidget(new QLabel(label));
+    auto* text = new QLabel(label);
+    text->setObjectName(name + QStringLiteral("Label"));
+    addWidget(text);
     addWidget(slider);
     return slider;
 }

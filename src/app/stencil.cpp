@@ -17,6 +17,7 @@ cStencil::cStencil(QWidget* parent) : QToolBox(parent) {
     setObjectName(QStringLiteral("stencil"));
     setMinimumWidth(narrowest);
     auto* icons = new QWidget;
+    icons->setObjectName(QStringLiteral("stencilPage"));
     auto* grid = new QGridLayout(icons);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(0);

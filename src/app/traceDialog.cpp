@@ -29,6 +29,7 @@ traceDialog::traceDialog(const QString& traceName, const QString& traceText, QWi
     label->setMargin(6);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     auto* area = new QScrollArea;
+    area->setObjectName(QStringLiteral("traceArea"));
     area->setWidgetResizable(true);
     area->setWidget(label);
 

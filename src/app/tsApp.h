@@ -114,6 +114,7 @@ private:
     struct cActionRow;
     QAction* makeAction(const cActionRow& row);
     void buildActions();
+    void connectActions();
     void buildMenus();
     void buildToolBars();
     QToolBar* addActionBar(const QString& title, const QString& name, const QList<QAction*>& actions);

@@ -73,7 +73,10 @@ void tsApp::buildActions() {
     resourcesAction = makeAction({"resourcesAction", tr("&Resources"), "res.png", {}, tr("Add and Edit Resources")});
     globalCodeAction =
         makeAction({"globalCodeAction", tr("&Global Code"), "code.png", {}, tr("Add and Edit Global Code")});
+    connectActions();
+}
 
+void tsApp::connectActions() {
     connect(newAction, &QAction::triggered, this, &tsApp::newFile);
     connect(openAction, &QAction::triggered, this, &tsApp::open);
     connect(saveAction, &QAction::triggered, this, &tsApp::save);
@@ -120,7 +123,9 @@ void tsApp::buildToolBars() {
     addToolBar(haltBar);
     QToolBar* info = addToolBar(tr("Info"));
     info->setObjectName(QStringLiteral("infoBar"));
-    info->addWidget(new QLabel(tr("SimTime: ")));
+    auto* label = new QLabel(tr("SimTime: "));
+    label->setObjectName(QStringLiteral("simTimeLabel"));
+    info->addWidget(label);
     simTimeEdit = new QLineEdit;
     simTimeEdit->setObjectName(QStringLiteral("simTimeEdit"));
     simTimeEdit->setAccessibleName(tr("SimTime"));

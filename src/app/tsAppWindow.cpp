@@ -73,6 +73,7 @@ void tsApp::buildCanvas() {
     view->setScene(scene);
 
     auto* centre = new QWidget;
+    centre->setObjectName(QStringLiteral("centre"));
     mainLayout = new QVBoxLayout(centre);
     auto* canvasRow = new QHBoxLayout;
     canvasRow->addWidget(new cStencil, 1);
