@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QElapsedTimer>
+#include <QGraphicsScene>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -16,6 +17,43 @@
 #include <QTest>
 #include <QTextEdit>
 #include <functional>
+
+namespace {
+
+/// A link that counts how often a run raised it.
+class cCountedLink : public cTQLink {
+public:
+    using cTQLink::cTQLink;
+
+    void setHighlight(int state) override {
+        cTQLink::setHighlight(state);
+        if (state == 0) return;
+        ++shown;
+        if (whenShown) whenShown();
+    }
+
+    int shown = 0;
+    std::function<void()> whenShown;
+};
+
+/// What the status label said each time that results came up.
+class cStatusAtResults : public QObject {
+public:
+    explicit cStatusAtResults(tsApp& watched) : window(watched) { qApp->installEventFilter(this); }
+
+    QStringList status;
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Show && watched->objectName() == "resultsDialog")
+            status.append(window.findChild<QLabel*>("statusLabel")->text());
+        return false;
+    }
+
+private:
+    tsApp& window;
+};
+
+}  // namespace
 
 /// Runs of a drawn model: five units of Soil, each loaded for 10.
 class cRunControlTest : public QObject {
@@ -43,6 +81,14 @@ private:
         });
         watcher.start(0);
         return boxesDuring([&] { model->window.onRun(); });
+    }
+    cCountedLink& joinCounted(const char* name, cTQNode& from, cTQNode& to) {
+        auto link = std::make_shared<cCountedLink>(name);
+        model->window.elements[name] = link;
+        from.scene()->addItem(link.get());
+        link->dropHandle(true, from.cpByIndex(0));
+        link->dropHandle(false, to.cpByIndex(4));
+        return *link;
     }
     int openResults() { return static_cast<int>(model->window.findChildren<QDialog*>("resultsDialog").size()); }
 
@@ -258,6 +304,57 @@ private Q_SLOTS:
         QVERIFY(!model->window.isVisible());
         QVERIFY(sinceClose.elapsed() < 1000);
         QCOMPARE(openResults(), 0);
+    }
+
+    void noReplicationRunsWhenNoneIsAskedFor_data() {
+        QTest::addColumn<int>("replications");
+        QTest::newRow("0") << 0;
+        QTest::newRow("below 0") << -3;
+    }
+    void noReplicationRunsWhenNoneIsAskedFor() {
+        QFETCH(int, replications);
+        model->window.replications = replications;  // no statement gives such a number
+        const cStatusAtResults seen(model->window);
+
+        QCOMPARE(boxesDuring([&] { model->window.onRun(); }), QStringList());
+
+        QCOMPARE(seen.status, QStringList{"Status: Simulating single run."});
+        QCOMPARE(find<QTableWidget>("activityTable")->item(0, 1)->text(), "0");
+        QVERIFY(model->window.statements.empty());
+        QCOMPARE(find<QLabel>("statusLabel")->text(), "Status: Edit mode.");
+    }
+
+    void drawsReleasesAndForksAreShownOnceEach() {
+        auto& fork = model->drop<cTQFork>("Fork", {300, 200}, "Split");
+        model->window.removeElement(model->draws);
+        model->window.removeElement(model->releases);
+        cCountedLink& draws = joinCounted("D", *model->soil, *model->load);
+        cCountedLink& releases = joinCounted("R", *model->load, fork);
+        cCountedLink& onward = joinCounted("O", fork, *model->hauled);
+        animation::isOn = true;
+        animation::delay = 0;
+        model->window.onRun();
+        QCOMPARE(draws.shown, 5);
+        QCOMPARE(releases.shown, 5);
+        QCOMPARE(onward.shown, 5);
+
+        animation::isOn = false;
+        model->window.onRun();
+        QCOMPARE(draws.shown, 5);
+    }
+
+    void flowIsShownAfterItsCode() {
+        model->window.removeElement(model->draws);
+        cCountedLink& draws = joinCounted("D", *model->soil, *model->load);
+        find<QTextEdit>("globalCodeEdit")->setPlainText("SAVEVALUE Flows 0;\nONFLOW D ASSIGN Flows Flows+1;");
+        QList<double> seen;
+        draws.whenShown = [&] { seen.append(model->window.saveValues.at("Flows")); };
+        animation::isOn = true;
+        animation::delay = 0;
+        model->window.onRun();
+        animation::isOn = false;
+
+        QCOMPARE(seen, (QList<double>{1.0, 2.0, 3.0, 4.0, 5.0}));
     }
 
     void replicationsAreCountedFromZero() {

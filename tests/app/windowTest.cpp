@@ -211,16 +211,6 @@ private Q_SLOTS:
         QVERIFY(find<QWidget>(window, "combiPanel")->isVisibleTo(&window));
     }
 
-    void linkIsHeldInsideTheFieldAndANodeIsNot() {
-        tsApp window;
-        const auto* view = find<QGraphicsView>(window, "canvas");
-        window.createElementFromDrop("Link", {3, 20});
-        window.createElementFromDrop("Queue", {150, 110});
-
-        QCOMPARE(window.findElement<cTQLink>("Link1")->pos(), view->mapToScene(100, 100));
-        QVERIFY(window.findElement<cTQQueue>("Queue2") != nullptr);
-    }
-
     void fusionQueueNeedsAQueue() {
         tsApp window;
         QCOMPARE(boxesDuring([&] {
