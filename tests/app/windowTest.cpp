@@ -101,6 +101,14 @@ private Q_SLOTS:
         QCOMPARE(kept.textSize, 4);
     }
 
+    void delayBelowZeroInTheFileCountsAsZero() {
+        writeSettings({{"ANIMATIONSPEED", -5}});
+        const tsApp window;
+
+        QCOMPARE(animation::delay, 0);
+        animation::waitStep();  // ends
+    }
+
     void speedSliderSetsTheDelay_data() {
         QTest::addColumn<int>("value");
         QTest::addColumn<int>("delay");
