@@ -6,6 +6,7 @@
 namespace {
 
 constexpr int sliderWidth = 80;
+constexpr int labelMargin = 6;
 
 }  // namespace
 
@@ -29,6 +30,7 @@ QSlider* cSizeBar::addSlider(const QString& label, const QString& name, int lowe
     slider->setFixedWidth(sliderWidth);
     auto* text = new QLabel(label);
     text->setObjectName(name + QStringLiteral("Label"));
+    text->setContentsMargins(labelMargin, 0, labelMargin, 0);
     addWidget(text);
     addWidget(slider);
     return slider;

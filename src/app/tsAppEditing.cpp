@@ -56,6 +56,8 @@ void tsApp::elemSelected(cTQNetworkElement* element) {
     currentPanel = panel;
     mainLayout->addWidget(panel);
     panel->show();
+    // When it closes, keys are for the canvas again.
+    connect(panel, &QDialog::finished, view, qOverload<>(&QWidget::setFocus), Qt::UniqueConnection);
 }
 
 void tsApp::hidePanel() {
@@ -100,6 +102,7 @@ void tsApp::placeElement(cTQNetworkElement& element, QPoint position) {
     scene->clearSelection();
     element.setSelected(true);
     elemSelected(&element);
+    view->setFocus();  // so that Delete is for the element
     scene->update();
 }
 

@@ -199,6 +199,7 @@ QListWidgetItem* cDialogRes::itemOf(const std::string& name) const {
 void cDialogRes::showEvent(QShowEvent* event) {
     if (!event->spontaneous()) Q_EMIT aboutToShow();
     QDialog::showEvent(event);
+    addEdit->setFocus();  // a new name is what the dialog is opened for, as a rule
 }
 
 void cDialogRes::hideEvent(QHideEvent* event) {

@@ -6,6 +6,7 @@
 #include "language/numberText.h"
 #include "language/symbols.h"
 
+#include <cstdio>
 #include <fstream>
 #include <limits>
 #include <system_error>
@@ -40,11 +41,20 @@ void cRunStatistics::prepare() {
     means.assign(names.size(), 0.0);
     squaredDeviations.assign(names.size(), 0.0);
 
-    std::ofstream file(temporaryPath, std::ios::binary | std::ios::trunc);
-    file << "Num";
-    for (const std::string& name : names) file << ',' << name;
-    file.close();
-    if (!file) fileComplete = false;
+    createFile();
+}
+
+/// Never through a link that somebody else has left there: the file is a new one.
+void cRunStatistics::createFile() {
+    std::error_code notThere;
+    std::filesystem::remove(temporaryPath, notThere);
+    std::string header = "Num";
+    for (const std::string& name : names) header += ',' + name;
+
+    std::FILE* file = std::fopen(temporaryPath.string().c_str(), "wbx");
+    const bool isWritten = file != nullptr && std::fputs(header.c_str(), file) >= 0;
+    const bool isClosed = file != nullptr && std::fclose(file) == 0;
+    if (!isWritten || !isClosed) fileComplete = false;
 }
 
 std::vector<std::string> cRunStatistics::currentNames() const {
@@ -93,8 +103,10 @@ std::string cRunStatistics::formLine(const std::vector<double>& row) const {
 
 /// The header has no line end, so the first line continues it: the file has always looked like this.
 void cRunStatistics::flushLines() {
-    std::ofstream file(temporaryPath, std::ios::binary | std::ios::app);
-    if (!file) {
+    std::ofstream file;
+    std::error_code notThere;
+    if (!std::filesystem::is_symlink(temporaryPath, notThere)) file.open(temporaryPath, std::ios::binary | std::ios::app);
+    if (!file.is_open()) {
         fileComplete = false;
         return;
     }

@@ -22,8 +22,8 @@ public:
     cRunStatistics(const cRunStatistics&) = delete;
     cRunStatistics& operator=(const cRunStatistics&) = delete;
 
-    /// Where lines go. The default is "my_temp_file.txt" in the system's temporary directory, which two programs that
-    /// run at the same time would share.
+    /// Where lines go, into a file that each run makes anew. The default is "my_temp_file.txt" in the system's
+    /// temporary directory, which two programs that run at the same time would share.
     void setTemporaryPath(std::filesystem::path path) { temporaryPath = std::move(path); }
     const std::filesystem::path& getTemporaryPath() const { return temporaryPath; }
 
@@ -50,6 +50,7 @@ public:
     std::map<std::string, std::string> printTexts;  ///< what PRINT collected, by key
 
 private:
+    void createFile();
     std::vector<std::string> currentNames() const;
     std::vector<double> currentRow();
     double resultOf(const std::string& label);

@@ -343,6 +343,45 @@ TEST_F(cRunStatisticsTest, aHeaderThatCannotBeWrittenIsNoFailureOfTheModel) {
 
 // ---- reset
 
+/// A link at the place of the temporary file that leads to a file of somebody else.
+class cForeignLinkTest : public cRunStatisticsTest {
+protected:
+    void SetUp() override {
+        std::filesystem::create_directory(folder);
+        std::ofstream(foreign) << "not ours";
+        statistics.setTemporaryPath(folder / "lines.txt");
+    }
+    void TearDown() override { std::filesystem::remove_all(folder); }
+    void leaveLink() {
+        std::filesystem::remove(statistics.getTemporaryPath());
+        std::filesystem::create_symlink(foreign, statistics.getTemporaryPath());
+    }
+
+    const std::filesystem::path folder{std::filesystem::path(::testing::TempDir()) / "foreignLinkTest"};
+    const std::filesystem::path foreign{folder / "foreign.txt"};
+};
+
+TEST_F(cForeignLinkTest, theFileIsMadeInPlaceOfTheLink) {
+    leaveLink();
+
+    statistics.prepare();
+
+    EXPECT_FALSE(std::filesystem::is_symlink(statistics.getTemporaryPath()));
+    EXPECT_EQ(fileContent(), "Num,SimTime");
+    EXPECT_EQ(contentOf(foreign), "not ours");
+}
+
+TEST_F(cForeignLinkTest, linesAreNotWrittenThroughALinkThatCameLater) {
+    statistics.prepare();
+    gatherAt(1.0);
+    leaveLink();
+
+    statistics.flushLines();
+
+    EXPECT_FALSE(statistics.isFileComplete());
+    EXPECT_EQ(contentOf(foreign), "not ours");
+}
+
 TEST_F(cRunStatisticsTest, resetEmptiesTheStore) {
     gatherAt(5.0);
     statistics.flushLines();
