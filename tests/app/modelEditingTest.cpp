@@ -64,6 +64,26 @@ private Q_SLOTS:
 
     // ---- selecting, panels
 
+    void deleteIsForTheElementRightBehindADropAndBehindOk() {
+        window().show();
+        window().activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window()));
+        const std::size_t before = window().elements.size();
+
+        window().createElementFromDrop("Queue", QPoint(60, 60));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
+        QCOMPARE(window().elements.size(), before);
+
+        window().createElementFromDrop("Queue", QPoint(60, 60));
+        auto* panel = window().findChild<cElementPanel*>();
+        QVERIFY(panel != nullptr);
+        auto* name = panel->findChild<QLineEdit*>("nameEdit");
+        name->setFocus();
+        panel->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
+        QCOMPARE(window().elements.size(), before);
+    }
+
     void selectingAloneMarksTheDocumentSoThatClosingAsks() {
         beginAnew();
         const auto queue = std::make_shared<cTQQueue>(window().findResourceType("Default"));
