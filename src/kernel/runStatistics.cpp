@@ -105,7 +105,8 @@ std::string cRunStatistics::formLine(const std::vector<double>& row) const {
 void cRunStatistics::flushLines() {
     std::ofstream file;
     std::error_code notThere;
-    if (!std::filesystem::is_symlink(temporaryPath, notThere)) file.open(temporaryPath, std::ios::binary | std::ios::app);
+    if (!std::filesystem::is_symlink(temporaryPath, notThere))
+        file.open(temporaryPath, std::ios::binary | std::ios::app);
     if (!file.is_open()) {
         fileComplete = false;
         return;
