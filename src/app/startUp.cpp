@@ -42,5 +42,5 @@ void openFirstArgument(tsApp& window, const QStringList& arguments) {
         std::cerr << "timbersim: this version has no channel to a controlling program\n";
         return;
     }
-    window.loadModel(arguments.at(1));
+    window.loadModel(arguments.at(1).toStdString());
 }

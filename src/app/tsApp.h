@@ -22,6 +22,7 @@ class QLabel;
 class QLineEdit;
 class QToolBar;
 class QVBoxLayout;
+class cCanvasModel;
 class cDialogRes;
 class cGlobalCodeDialog;
 class cHaltBar;
@@ -37,7 +38,8 @@ class traceDialog;
 /// would change its structure is refused while `simState` is 1.
 ///
 /// The members stand in one file for each concern: tsAppWindow.cpp builds it, tsAppActions.cpp its menus and toolbars,
-/// tsAppRun.cpp drives runs, tsAppEditing.cpp the canvas, tsAppFiles.cpp documents.
+/// tsAppRun.cpp drives runs, tsAppEditing.cpp the canvas, tsAppFiles.cpp documents, tsAppModelFile.cpp how they are
+/// read and written.
 class tsApp : public QMainWindow, public cNetwork, public cEditorHost {
     Q_OBJECT
 
@@ -68,8 +70,14 @@ public:
 
     // ---- documents
 
-    /// Opens a model file. @return false if it couldn't be read; the model is then empty, and the user has been told.
-    bool loadModel(const QString& path);
+    /// Opens a model file. If it can't be read, the user is told, and begins with an empty model.
+    void loadModel(const std::string& path);
+    /// Adds what the file holds to the present model. What is not taken as it stands is told on standard error and in a
+    /// box that can stay open. @return false if the file can't be read; the user has been told then.
+    bool readModelFile(const QString& path);
+    /// Puts the model in the place of the file. @return false if the file is what it was before; the user has been told
+    /// then.
+    bool writeModelFile(const QString& path);
     bool isModified() const { return modified; }
     const QString& getCurrentFile() const { return currentFile; }
 
@@ -145,15 +153,22 @@ private:
     // tsAppFiles.cpp
     bool maybeSave();
     bool writeTo(const QString& path);
+    void beginEmptyModel();
     void clearModel();
     void setCurrentFile(const QString& path);
     void setModified(bool isNowModified);
+
+    // tsAppModelFile.cpp
+    cCanvasModel canvasModel();
+    bool isDone(const QString& failure);
+    void showRemarks(const QString& text, const QStringList& remarks);
 
     cAppSettings settings;
     const QString settingsPath;
     double screenFactor = 1.0;
     QString currentFile;
     bool modified = false;
+    bool loading = false;    // a file is being read: the user must wait
     bool stopAsked = false;  // by the user; raised as an exception at the next return from event processing
     QStringList waitingStatements;
     QElapsedTimer sinceEvents;  // since the window last processed its events during a run

@@ -117,13 +117,15 @@ void tsApp::deleteSelected() {
 
 void tsApp::removeElement(cNetworkElement* element) {
     if (element == nullptr || !canEditModel()) return;
-    if (findElement(element->getName()) != element) return;
+    // Under its own name, but for an element whose name in a file was taken.
+    const auto entry = std::ranges::find_if(elements, [&](const auto& each) { return each.second.get() == element; });
+    if (entry == elements.end()) return;
 
     const std::shared_ptr<cNetworkElement> held = element->shared_from_this();  // until all is undone that points to it
     const auto* drawn = dynamic_cast<cTQNetworkElement*>(element);
-    std::erase_if(combis, [&](const auto& entry) { return entry.second == element; });
+    std::erase_if(combis, [&](const auto& combi) { return combi.second == element; });
     if (drawn != nullptr && drawn->hasPanel() && drawn->isPanel(currentPanel)) hidePanel();
-    elements.erase(element->getName());
+    elements.erase(std::string(entry->first));
     if (dynamic_cast<cTQQueue*>(element) != nullptr) tellFusionQueues({}, {});
     setModified(true);
 }

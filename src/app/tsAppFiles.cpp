@@ -2,7 +2,6 @@
 
 #include "app/globalCodeDialog.h"
 #include "app/haltBar.h"
-#include "app/modelFile.h"
 #include "app/tsApp.h"
 #include "editor/animation.h"
 #include "editor/dialogRes.h"
@@ -34,7 +33,10 @@ bool tsApp::maybeSave() {
 }
 
 void tsApp::newFile() {
-    if (!canEditModel() || !maybeSave()) return;
+    if (canEditModel() && maybeSave()) beginEmptyModel();
+}
+
+void tsApp::beginEmptyModel() {
     clearModel();
     setCurrentFile({});
     dialogRes->addResType(QStringLiteral("Default"), QLatin1String(typeKindWord::generic));
@@ -46,20 +48,21 @@ void tsApp::open() {
     const QString path = QFileDialog::getOpenFileName(this, tr("Open TIMBERSIM Model"), QStringLiteral("."),
                                                       tr("TIMBERSIM Files (*.tbsmx)"));
     if (path.isEmpty()) return;
-    loadModel(path);
+    loadModel(path.toStdString());
     setModified(false);
 }
 
 bool tsApp::save() { return currentFile.isEmpty() ? saveAs() : writeTo(currentFile); }
 
 bool tsApp::saveAs() {
-    const QString path =
-        QFileDialog::getSaveFileName(this, tr("Save"), QStringLiteral("."), tr("TIMBERSIM Files(*.tbsmx)"));
-    return !path.isEmpty() && writeTo(path);
+    QFileDialog dialog(this, tr("Save"), QStringLiteral("."), tr("TIMBERSIM Files(*.tbsmx)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("tbsmx"));  // before the dialog asks whether to replace a file
+    return dialog.exec() == QDialog::Accepted && writeTo(dialog.selectedFiles().constFirst());
 }
 
 bool tsApp::writeTo(const QString& path) {
-    if (!writeModelFile(*this, path)) {
+    if (!writeModelFile(path)) {
         statusBar()->showMessage(tr("Saving canceled"), statusTime);
         return false;
     }
@@ -69,16 +72,16 @@ bool tsApp::writeTo(const QString& path) {
     return true;
 }
 
-bool tsApp::loadModel(const QString& path) {
+void tsApp::loadModel(const std::string& path) {
+    const QString fileName = QString::fromStdString(path);
     clearModel();
-    if (!readModelFile(*this, path)) {
-        clearModel();
+    if (!readModelFile(fileName)) {
+        beginEmptyModel();
         statusBar()->showMessage(tr("Loading canceled"), statusTime);
-        return false;
+        return;
     }
-    setCurrentFile(path);
+    setCurrentFile(fileName);
     statusBar()->showMessage(tr("File loaded"), statusTime);
-    return true;
 }
 
 void tsApp::clearModel() {

@@ -89,6 +89,7 @@ void tsApp::throwIfEndAsked() const {
 }
 
 void tsApp::processHostEvents() {
+    if (loading) return;
     if (isTimeForEvents()) {
         paintNowAndThen();
         QCoreApplication::processEvents();

@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <string_view>
 #include <vector>
 
 /// What a property panel shows of an element, as data: one row for each property. The engine is the master copy, the
@@ -20,6 +21,8 @@ enum class eFieldKind {
 struct cFormRow {
     QString label;      ///< as shown, blanks and all
     QString fieldName;  ///< the field's object name
+    /// The keyword of the property in model files, which hold what stands in the field; empty: they hold none of it.
+    std::string_view modelKey = {};
     eFieldKind kind = eFieldKind::line;
 
     /// What the field shows. None: the field keeps what the user typed.

@@ -92,6 +92,12 @@ void cElementPanel::editExceptions() {
     }
 }
 
+std::optional<QString> cElementPanel::typedText(std::string_view modelKey) const {
+    for (const auto& field : fields)
+        if (field->getRow().modelKey == modelKey) return field->text();
+    return std::nullopt;
+}
+
 void cElementPanel::refillChoices(const std::string& newName, const std::string& oldName) {
     for (const auto& field : fields) field->refill(QString::fromStdString(newName), QString::fromStdString(oldName));
 }

@@ -5,7 +5,9 @@
 #include <QDialog>
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class cFormField;
@@ -38,6 +40,8 @@ public:
     void readTabs();
     /// `readTabs`, with a failure shown in a box.
     void editExceptions();
+    /// What stands in the field of a property, by its keyword in model files; nothing without such a field.
+    std::optional<QString> typedText(std::string_view modelKey) const;
     /// Fills the lists of names anew. The choice stays, also under a new name; a choice that is gone gives way to the
     /// first name of the list.
     void refillChoices(const std::string& newName, const std::string& oldName);

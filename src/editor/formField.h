@@ -18,6 +18,8 @@ public:
     const cFormRow& getRow() const { return row; }
     QWidget* getWidget() const { return widget; }
 
+    /// What stands in the field.
+    QString text() const;
     /// Engine to field.
     void write();
     /// Field to engine. @throws cException as the row's setter; a marked field is then still selected.
@@ -30,7 +32,6 @@ private:
     void makeWidget();
     void makePicked();
     QWidget* focusHolder() const;
-    QString text() const;
     void setText(const QString& newText);
     void showText(const QString& newText);
     void mark();

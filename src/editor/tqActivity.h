@@ -2,6 +2,7 @@
 
 #include "editor/tqNode.h"
 #include "kernel/activity.h"
+#include "kernel/propertyWords.h"
 
 /// An activity on the canvas, over the engine's class of it: each of its events is a visible step.
 template <typename cKernel>
@@ -30,6 +31,7 @@ protected:
         cFormRow row;
         row.label = tr("Duration:");
         row.fieldName = QStringLiteral("durationEdit");
+        row.modelKey = propertyWord::duration;
         row.get = [this] { return QString::fromStdString(cKernel::getDurationText()); };
         row.set = [this](const QString& text) { cKernel::setDurationText(text.toStdString()); };
         row.isMarked = true;

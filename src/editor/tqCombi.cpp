@@ -1,5 +1,7 @@
 #include "editor/tqCombi.h"
 
+#include "kernel/propertyWords.h"
+
 void cTQCombi::beforeDraws() {
     const cShownStep step(*this);
     cNodeActCombi::beforeDraws();
@@ -9,6 +11,7 @@ std::vector<cFormRow> cTQCombi::formRows() {
     cFormRow priorityRow;
     priorityRow.label = tr("Priority:");
     priorityRow.fieldName = QStringLiteral("priorityEdit");
+    priorityRow.modelKey = propertyWord::priority;
     priorityRow.get = [this] { return QString::fromStdString(getPriorityText()); };
     priorityRow.set = [this](const QString& text) { setPriorityText(text.toStdString()); };
     priorityRow.isMarked = true;
@@ -16,6 +19,7 @@ std::vector<cFormRow> cTQCombi::formRows() {
     cFormRow semaphoreRow;
     semaphoreRow.label = tr("Semaphore: ");
     semaphoreRow.fieldName = QStringLiteral("semaphoreEdit");
+    semaphoreRow.modelKey = propertyWord::semaphore;
     semaphoreRow.get = [this] { return QString::fromStdString(getSemaphoreText()); };
     semaphoreRow.set = [this](const QString& text) { setSemaphoreText(text.toStdString()); };
     return {nameRow(tr("Name:")), durationRow(), priorityRow, semaphoreRow};

@@ -17,6 +17,10 @@ bool cTQNetworkElement::isPanel(const QWidget* widget) const {
     return elementPanel != nullptr && elementPanel.get() == widget;
 }
 
+std::optional<QString> cTQNetworkElement::typedText(std::string_view modelKey) const {
+    return elementPanel == nullptr ? std::nullopt : elementPanel->typedText(modelKey);
+}
+
 void cTQNetworkElement::createTabs() {
     elementPanel = std::make_unique<cElementPanel>(cElementForm{panelName(), tabTitle(), formRows()});
     writeTabs();

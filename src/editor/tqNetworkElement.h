@@ -8,7 +8,9 @@
 #include <QPointF>
 #include <QString>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class QDialog;
@@ -38,6 +40,10 @@ public:
     bool hasPanel() const { return elementPanel != nullptr; }
     /// Whether `widget` is the panel of this element.
     bool isPanel(const QWidget* widget) const;
+
+    /// What stands in the field of a property, by its keyword in model files. Nothing while there is no panel, whose
+    /// fields would show what the engine has.
+    std::optional<QString> typedText(std::string_view modelKey) const;
 
     /// Raised while a run shows a step of this element: 1, else 0.
     virtual int getHighlight() const { return highlight; }

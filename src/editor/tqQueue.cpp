@@ -2,6 +2,7 @@
 
 #include "editor/tqFusionQueue.h"
 #include "editor/typedNode.h"
+#include "kernel/propertyWords.h"
 
 cTQQueue::cTQQueue(cResType* type) : cTQNode(queueShape()) { setResType(type); }
 
@@ -24,6 +25,7 @@ std::vector<cFormRow> cTQQueue::formRows() {
     cFormRow content;
     content.label = tr("Initial Content:");
     content.fieldName = QStringLiteral("initialContentEdit");
+    content.modelKey = propertyWord::initialContent;
     content.get = [this] { return QString::fromStdString(getInitialContentText()); };
     content.set = [this](const QString& text) { setInitialContentText(text.toStdString()); };
     content.isMarked = true;

@@ -22,28 +22,8 @@
 
 namespace {
 
-constexpr std::string_view codeMark = "<CODE>";
 constexpr double firstPosition = 200.0;             // where a new element lies until its position is read
 constexpr std::int32_t largestCounter = 900000000;  // a longer number doesn't fit behind "Normal" in a default name
-
-/// The forms of element statements: the words they need, the keyword included, and whether the third is a type.
-struct cElementForm {
-    std::string_view keyword;
-    std::size_t words;
-    bool isTyped;
-};
-
-constexpr std::array elementForms{
-    cElementForm{"COMBI", 2, false},       cElementForm{"NORMAL", 2, false},   cElementForm{"CONSOLIDATOR", 2, false},
-    cElementForm{"QUEUE", 3, true},        cElementForm{"ASSEMBLER", 3, true}, cElementForm{"DISASSEMBLER", 3, true},
-    cElementForm{"FORK", 3, true},         cElementForm{"DYNAFORK", 3, true},  cElementForm{"FUSIONQUEUE", 3, false},
-    cElementForm{"RELEASELINK", 4, false}, cElementForm{"DRAWLINK", 4, false}, cElementForm{"FLOWLINK", 4, false},
-};
-
-const cElementForm* findElementForm(const std::string& keyword) {
-    const auto* form = std::ranges::find(elementForms, keyword, &cElementForm::keyword);
-    return form == elementForms.end() ? nullptr : form;
-}
 
 std::optional<eLinkKind> linkKindOf(std::string_view keyword) {
     const auto* row = std::ranges::find(linkKindWords, keyword, &cLinkKindWord::word);
@@ -85,6 +65,7 @@ private:
     bool readLine(const std::string& line);
     void readType();
     void readElement(const cElementForm& form);
+    cResType* typeOfNode();
     void readLink(const std::shared_ptr<cLink>& link, eLinkKind kind);
     void joinEnd(cLink& link, std::size_t word, bool (cModelBuilder::*attach)(cLink&, cNetworkElement&));
     void setLinkType(cLink& link);
@@ -205,7 +186,14 @@ void cReader::readElement(const cElementForm& form) {
         return;
     }
     if (form.keyword == "FUSIONQUEUE") return enter(builder.makeFusionQueue(statement.word(1), statement.word(2)));
-    enter(builder.makeNode(statement.word(0), form.isTyped ? lookUpType(statement.word(2)) : nullptr));
+    enter(builder.makeNode(statement.word(0), form.isTyped ? typeOfNode() : nullptr));
+}
+
+/// A node that was saved before it had a type has none in its statement.
+cResType* cReader::typeOfNode() {
+    if (statement.size() > 2) return lookUpType(statement.word(2));
+    warn(statement.word(0) + ' ' + quoted(statement.word(1)) + " has no resource type");
+    return nullptr;
 }
 
 /// The order counts: the ends decide kind and type, and the statement's own words then win.

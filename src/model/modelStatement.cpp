@@ -9,6 +9,13 @@ namespace {
 
 constexpr std::string_view wordSeparators = " ;";
 
+constexpr std::array elementForms{
+    cElementForm{"COMBI", 2, false},       cElementForm{"NORMAL", 2, false},   cElementForm{"CONSOLIDATOR", 2, false},
+    cElementForm{"QUEUE", 2, true},        cElementForm{"ASSEMBLER", 2, true}, cElementForm{"DISASSEMBLER", 2, true},
+    cElementForm{"FORK", 2, true},         cElementForm{"DYNAFORK", 2, true},  cElementForm{"FUSIONQUEUE", 3, false},
+    cElementForm{"RELEASELINK", 4, false}, cElementForm{"DRAWLINK", 4, false}, cElementForm{"FLOWLINK", 4, false},
+};
+
 // The keywords FUSIONQUEUE, DISASSEMBLER and DYNAFORK end in one of these.
 constexpr std::array<std::string_view, 9> elementKeywords{
     "COMBI ", "NORMAL ", "QUEUE ", "CONSOLIDATOR ", "ASSEMBLER ", "FORK ", "RELEASELINK ", "DRAWLINK ", "FLOWLINK "};
@@ -41,4 +48,13 @@ std::string cModelStatement::rest(std::size_t first) const { return joinWords(wo
 bool holdsElementKeyword(std::string_view line) {
     return std::ranges::any_of(elementKeywords,
                                [&](std::string_view keyword) { return line.find(keyword) != std::string_view::npos; });
+}
+
+const cElementForm* findElementForm(std::string_view keyword) {
+    const auto* form = std::ranges::find(elementForms, keyword, &cElementForm::keyword);
+    return form == elementForms.end() ? nullptr : form;
+}
+
+bool endsReading(const std::string& line) {
+    return holdsElementKeyword(line) && findElementForm(cModelStatement(line).word(0)) == nullptr;
 }

@@ -24,5 +24,19 @@ private:
     std::vector<std::string> words;
 };
 
+/// Stands on the lines in front of and behind the Global Code.
+inline constexpr std::string_view codeMark = "<CODE>";
+
+/// The forms of element statements: the words they need, the keyword included, and whether the next one is a type.
+struct cElementForm {
+    std::string_view keyword;
+    std::size_t words;
+    bool isTyped;
+};
+
+/// The form of a keyword of an element or a link, or null.
+const cElementForm* findElementForm(std::string_view keyword);
 /// Whether `line` holds the keyword of an element or a link with a blank behind it, wherever that stands.
 bool holdsElementKeyword(std::string_view line);
+/// Whether reading ends at `line`: it holds such a keyword, but doesn't begin with one.
+bool endsReading(const std::string& line);

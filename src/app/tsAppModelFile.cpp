@@ -1,0 +1,74 @@
+// The model on the canvas as a file.
+
+#include "app/canvasModel.h"
+#include "app/globalCodeDialog.h"
+#include "app/tsApp.h"
+#include "app/wholeFile.h"
+#include "editor/dialogRes.h"
+#include "model/modelReader.h"
+#include "model/modelWriter.h"
+
+#include <QByteArray>
+#include <QMessageBox>
+#include <QScopedValueRollback>
+#include <iostream>
+#include <sstream>
+
+namespace {
+
+constexpr int mostRemarks = 5;  // that stand in a box for all to see
+
+}  // namespace
+
+cCanvasModel tsApp::canvasModel() { return {*this, *scene, *dialogRes, *globalCodeDialog}; }
+
+bool tsApp::writeModelFile(const QString& path) {
+    cCanvasModel canvas = canvasModel();
+    const cModelWriting writing = writeModel(canvas);
+    if (writing.hasIncompleteLink)
+        QMessageBox::information(this, tr("Information."), tr("Incomplete links will not be written to file."),
+                                 QMessageBox::Ok);
+    if (!isDone(replaceFile(path, QByteArray::fromStdString(writing.text)))) return false;
+
+    QStringList remarks;
+    for (const std::string& warning : writing.warnings) remarks.append(QString::fromStdString(warning));
+    showRemarks(tr("Not all of the model will come back when %1 is opened.").arg(path), remarks);
+    return true;
+}
+
+bool tsApp::readModelFile(const QString& path) {
+    QByteArray bytes;
+    if (!isDone(readWholeFile(path, bytes))) return false;
+
+    const QScopedValueRollback waiting(loading, true);
+    std::istringstream text(QString::fromUtf8(bytes).toStdString());
+    cCanvasModel canvas = canvasModel();
+    const cModelReading reading = readModel(text, canvas);
+
+    QStringList remarks;
+    for (const cModelWarning& warning : reading.warnings)
+        remarks.append(tr("Line %1: %2").arg(warning.line).arg(QString::fromStdString(warning.message)));
+    showRemarks(tr("Not all of %1 was taken as it stands.").arg(path), remarks);
+    return true;
+}
+
+/// The user is told why a file can't be read or written, if it can't.
+bool tsApp::isDone(const QString& failure) {
+    if (failure.isEmpty()) return true;
+    QMessageBox::information(this, tr("Unable to open file"), failure, QMessageBox::Ok);
+    return false;
+}
+
+/// Tells of what went half well: on standard error, and in a box that is in nobody's way.
+void tsApp::showRemarks(const QString& text, const QStringList& remarks) {
+    if (remarks.isEmpty()) return;
+    for (const QString& remark : remarks) std::cerr << "timbersim: " << remark.toStdString() << '\n';
+    auto* box = new QMessageBox(QMessageBox::Information, tr("Information."), text, QMessageBox::Ok, this);
+    box->setObjectName(QStringLiteral("remarkBox"));
+    box->setTextFormat(Qt::PlainText);
+    box->setInformativeText(remarks.mid(0, mostRemarks).join(QLatin1Char('\n')));
+    if (remarks.size() > mostRemarks) box->setDetailedText(remarks.join(QLatin1Char('\n')));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setModal(false);
+    box->show();
+}

@@ -1,0 +1,85 @@
+#include "app/wholeFile.h"
+
+#include <QByteArray>
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace {
+
+constexpr QFileDevice::Permissions writable =
+    QFileDevice::WriteOwner | QFileDevice::WriteUser | QFileDevice::WriteGroup | QFileDevice::WriteOther;
+
+/// The context of the texts below for translations.
+struct cWholeFile {
+    Q_DECLARE_TR_FUNCTIONS(cWholeFile)
+};
+
+QString systemError() { return QString::fromStdString(std::system_category().message(errno)); }
+
+QString notPlain() { return cWholeFile::tr("It is not a plain file."); }
+
+/// Why what stands at `path` isn't to be replaced; empty if it may be.
+QString objection(const QFileInfo& old) {
+    if (old.isSymLink())
+        return cWholeFile::tr("It is a symbolic link. Save under the name that it leads to: %1")
+            .arg(old.symLinkTarget());
+    if (!old.exists()) return {};
+    if (!old.isFile()) return notPlain();
+    // Replacing a file asks for no right to write to it; who took that right away meant to keep the file.
+    if (!old.isWritable() || !(old.permissions() & writable)) return cWholeFile::tr("It is read-only.");
+    return {};
+}
+
+/// Writes all of a new file, down to the disk. @return what went wrong.
+QString writeWhole(QFile& file, const QByteArray& text, const QFileInfo& old) {
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) return file.errorString();
+    if (old.exists()) file.setPermissions(old.permissions());
+    if (file.write(text) != text.size()) return file.errorString();
+    if (fsync(file.handle()) != 0) return systemError();
+    file.close();
+    return file.error() == QFileDevice::NoError ? QString() : file.errorString();
+}
+
+/// A new name is kept by the folder that holds it.
+void syncFolder(const QString& folder) {
+    const int descriptor = open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) return;
+    fsync(descriptor);
+    close(descriptor);
+}
+
+}  // namespace
+
+QString readWholeFile(const QString& path, QByteArray& text) {
+    QFile file(path);
+    if (file.exists() && !QFileInfo(path).isFile()) return notPlain();
+    if (!file.open(QIODevice::ReadOnly)) return file.errorString();
+    text = file.readAll();
+    return file.error() == QFileDevice::NoError ? QString() : file.errorString();
+}
+
+QString replaceFile(const QString& path, const QByteArray& text) {
+    const QFileInfo old(path);
+    if (QString reason = objection(old); !reason.isEmpty()) return reason;
+
+    QFile file(path + QStringLiteral(".new"));
+    const QFileInfo stale(file.fileName());
+    if (stale.isFile() || stale.isSymLink()) file.remove();  // left by a program that was ended, or laid as a trap
+    QString failure = writeWhole(file, text, old);
+    if (failure.isEmpty() &&
+        std::rename(QFile::encodeName(file.fileName()).constData(), QFile::encodeName(path).constData()) != 0)
+        failure = systemError();
+    if (!failure.isEmpty()) {
+        if (file.error() != QFileDevice::OpenError) file.remove();
+        return failure;
+    }
+    syncFolder(old.absolutePath());
+    return {};
+}

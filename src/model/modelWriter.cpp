@@ -1,0 +1,242 @@
+#include "model/modelWriter.h"
+
+#include "flow/assembler.h"
+#include "flow/disassembler.h"
+#include "flow/link.h"
+#include "kernel/network.h"
+#include "kernel/propertyWords.h"
+#include "model/modelSource.h"
+#include "model/modelStatement.h"
+#include "model/propertyTable.h"
+
+#include <array>
+#include <charconv>
+
+namespace {
+
+constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+constexpr const char* fusionQueueWord = "FUSIONQUEUE";
+constexpr const char* noFusion = "0";
+
+std::string trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(whiteSpace);
+    if (first == std::string::npos) return {};
+    return text.substr(first, text.find_last_not_of(whiteSpace) - first + 1);
+}
+
+/// Six significant digits, in the shorter of fixed and exponent form.
+std::string placeText(double coordinate) {
+    constexpr int digits = 6;
+    std::array<char, 32> text{};
+    const auto [end, failure] =
+        std::to_chars(text.data(), text.data() + text.size(), coordinate, std::chars_format::general, digits);
+    return {text.data(), end};
+}
+
+/// Both ends are at nodes, and the pair is one that files have a word for.
+bool isComplete(const cLink& link) {
+    return !link.getKind().empty() && link.getPredNode() != nullptr && link.getSuccNode() != nullptr;
+}
+
+/// Whether the reader can't take the type of a link from its ends.
+bool namesItsType(const cLink& link) {
+    const cNode* start = link.getPredNode();
+    const cNode* end = link.getSuccNode();
+    const bool isEndTyped =
+        dynamic_cast<const cHomogHolder*>(start) != nullptr || dynamic_cast<const cHomogHolder*>(end) != nullptr;
+    return !isEndTyped || dynamic_cast<const cNodeAuxAssembler*>(end) != nullptr ||
+           dynamic_cast<const cNodeAuxDisAssembler*>(end) != nullptr ||
+           dynamic_cast<const cNodeAuxDisAssembler*>(start) != nullptr;
+}
+
+std::string typeWord(const cHomogHolder& holder) {
+    const cResType* type = holder.getResType();
+    return type == nullptr ? std::string() : ' ' + type->getTypeName();
+}
+
+/// Writes one model, section by section.
+class cWriter {
+public:
+    explicit cWriter(cModelSource& modelSource) : source(modelSource), network(modelSource.network()) {}
+
+    cModelWriting write();
+
+private:
+    void writeTypes();
+    void writeElements();
+    std::string plainElement(const cNetworkElement& element);
+    std::string linkElement(const cLink& link);
+    void writeNodeProperties();
+    void writeLinkProperties();
+    std::string linkValue(const cLink& link, const cProperty& property);
+    void writeCode();
+    void writePlaces();
+    std::string linkPlace(const cLink& link);
+
+    std::string valueOf(const cNetworkElement& element, const cProperty& property);
+    const std::string& checked(const std::string& statement);
+    template <typename cCallable>
+    void forEachNode(cCallable call);
+    template <typename cCallable>
+    void forEachCompleteLink(cCallable call);
+
+    cModelSource& source;
+    cNetwork& network;
+    cModelWriting writing;
+};
+
+cModelWriting cWriter::write() {
+    const auto leftOver = network.elements.find("PredNode");
+    if (leftOver != network.elements.end() && leftOver->second == nullptr) network.elements.erase("PredNode");
+
+    writeTypes();
+    writeElements();
+    writeNodeProperties();
+    writeLinkProperties();
+    writeCode();
+    writePlaces();
+    writing.text += "RANKCOUNT " + std::to_string(cNetworkElement::getElementCounter()) + ";\n";
+    return std::move(writing);
+}
+
+template <typename cCallable>
+void cWriter::forEachNode(cCallable call) {
+    network.forEachElement([&](const cNetworkElement& element) {
+        if (dynamic_cast<const cLink*>(&element) == nullptr) call(element);
+    });
+}
+
+template <typename cCallable>
+void cWriter::forEachCompleteLink(cCallable call) {
+    network.forEachElement([&](const cNetworkElement& element) {
+        const auto* link = dynamic_cast<const cLink*>(&element);
+        if (link != nullptr && isComplete(*link)) call(*link);
+    });
+}
+
+/// A statement that a name or a value makes look like one of another kind ends the reading; the form has no way around.
+const std::string& cWriter::checked(const std::string& statement) {
+    if (endsReading(statement))
+        writing.warnings.push_back("Reading the file will end at \"" + trimmed(statement) +
+                                   "\": no name may end in a word such as QUEUE or COMBI in capitals.");
+    return statement;
+}
+
+/// Types of a kind that no element can be given are not written.
+void cWriter::writeTypes() {
+    for (const cSavedType& type : source.resourceTypes()) {
+        const bool isCompound = type.kind == typeKindWord::compound;
+        if (!isCompound && type.kind != typeKindWord::generic) {
+            writing.warnings.push_back("The resource type " + type.name + " is not in the file: " + type.kind +
+                                       " can be read, but not written.");
+            continue;
+        }
+        writing.text += type.kind + ' ' + type.name + ";\n";
+        if (isCompound && !type.saveProps.empty())
+            writing.text += "SAVEPROPS " + type.name + ' ' + type.saveProps + ";\n";
+    }
+}
+
+void cWriter::writeElements() {
+    std::string plain;
+    std::string fusions;
+    std::string links;
+    network.forEachElement([&](const cNetworkElement& element) {
+        if (const auto* link = dynamic_cast<const cLink*>(&element)) {
+            if (isComplete(*link))
+                links += linkElement(*link);
+            else
+                writing.hasIncompleteLink = true;
+        } else if (element.getKind() == fusionQueueWord) {
+            fusions += element.getKind() + ' ' + element.getName() + ' ' + source.fusedQueue(element) + ";\n";
+        } else {
+            plain += plainElement(element);
+        }
+    });
+    writing.text += plain + '\n' + fusions + '\n' + links + '\n';
+}
+
+std::string cWriter::plainElement(const cNetworkElement& element) {
+    std::string statement = element.getKind() + ' ' + element.getName();
+    if (const auto* holder = dynamic_cast<const cHomogHolder*>(&element)) statement += typeWord(*holder);
+    return statement + ";\n";
+}
+
+std::string cWriter::linkElement(const cLink& link) {
+    std::string statement = link.getKind() + ' ' + link.getName();
+    for (const bool isStart : {true, false}) {
+        const std::string fusionName = source.linkEnd(link, isStart).fusionName;
+        const cNode* node = isStart ? link.getPredNode() : link.getSuccNode();
+        statement += ' ' + (fusionName.empty() ? node->getName() : fusionName);
+    }
+    if (namesItsType(link)) statement += typeWord(link);
+    return statement + ";\n";
+}
+
+std::string cWriter::valueOf(const cNetworkElement& element, const cProperty& property) {
+    return source.typedText(element, property.keyword).value_or(*property.get(element, property.keyword));
+}
+
+void cWriter::writeNodeProperties() {
+    forEachNode([this](const cNetworkElement& element) {
+        for (const cProperty& property : nodeProperties()) {
+            if (!property.get(element, property.keyword)) continue;
+            std::string value = valueOf(element, property);
+            if (property.keyword != propertyWord::consolidateWhen) value = trimmed(value);
+            if (value.find('\n') != std::string::npos)
+                writing.warnings.push_back(std::string(property.keyword) + " of " + element.getName() +
+                                           " has several lines; only the first will be read.");
+            writing.text += checked(std::string(property.keyword) + ' ' + element.getName() + ' ' + value + ";\n");
+        }
+    });
+}
+
+/// What is drawn goes by what the engine has; the other values go by their fields.
+std::string cWriter::linkValue(const cLink& link, const cProperty& property) {
+    const std::string stored = *property.get(link, property.keyword);
+    const std::string typed = source.typedText(link, property.keyword).value_or(stored);
+    if (property.keyword == "ENOUGH") return typed.empty() ? typed : stored;
+    if (property.keyword == "DRAWUNTIL") return typed.empty() ? stored : typed;
+    return property.keyword == "DRAWAMT" ? stored : typed;
+}
+
+void cWriter::writeLinkProperties() {
+    forEachCompleteLink([this](const cLink& link) {
+        for (const cProperty& property : linkProperties())
+            writing.text += checked('\n' + std::string(property.keyword) + ' ' + link.getName() + ' ' +
+                                    linkValue(link, property) + ';');
+        writing.text += '\n';
+    });
+}
+
+void cWriter::writeCode() {
+    const std::string code = trimmed(source.globalCode());
+    if (code.find(codeMark) != std::string::npos)
+        writing.warnings.push_back("The Global Code holds " + std::string(codeMark) +
+                                   ", which ends it when the file is read.");
+    const std::string markLine = "\n/" + std::string(codeMark) + '\n';
+    writing.text += markLine + code + markLine;
+}
+
+std::string cWriter::linkPlace(const cLink& link) {
+    const cSavedEnd start = source.linkEnd(link, true);
+    const cSavedEnd end = source.linkEnd(link, false);
+    std::string statement = "POSLINK " + link.getName();
+    for (const cSavedEnd& each : {start, end}) statement += ' ' + std::to_string(each.point);
+    for (const cSavedEnd& each : {start, end})
+        statement += ' ' + (each.fusionName.empty() ? noFusion : each.fusionName);
+    return statement + ";\n";
+}
+
+void cWriter::writePlaces() {
+    forEachCompleteLink([this](const cLink& link) { writing.text += checked(linkPlace(link)); });
+    forEachNode([this](const cNetworkElement& element) {
+        const cSavedPlace place = source.place(element);
+        writing.text +=
+            checked("POSNODE " + element.getName() + ' ' + placeText(place.x) + ' ' + placeText(place.y) + ";\n");
+    });
+}
+
+}  // namespace
+
+cModelWriting writeModel(cModelSource& source) { return cWriter(source).write(); }
