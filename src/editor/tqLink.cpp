@@ -83,9 +83,13 @@ bool cTQLink::dropHandle(bool isStart, tNodeCP* point) {
     return true;
 }
 
+/// A handle that a file has put on the queue behind the fusion queue lets go as well.
 void cTQLink::forgetFusion(const cTQFusionQueue& fusion) {
-    if (predFusion == &fusion) connectEnd(true, nullptr);
-    if (succFusion == &fusion) connectEnd(false, nullptr);
+    for (const bool isStart : {true, false}) {
+        if (fusionAt(isStart) != &fusion) continue;
+        connectEnd(isStart, nullptr);
+        handleFor(isStart)->detach();
+    }
 }
 
 void cTQLink::handleMoved() {

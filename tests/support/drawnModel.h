@@ -21,6 +21,8 @@ public:
         hauled = &drop<cTQQueue>("Queue", {400, 100}, "Hauled");
         soil->setInitialContentText("5");
         load->setDurationText("10");
+        soil->writeTabs();  // fields show what the engine has, as after Ok
+        load->writeTabs();
         draws = &join("Draws", *soil, *load);
         releases = &join("Releases", *load, *hauled);
     }

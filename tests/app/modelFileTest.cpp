@@ -1,0 +1,500 @@
+#include "app/globalCodeDialog.h"
+#include "editor/dialogRes.h"
+#include "editor/elementPanel.h"
+#include "editor/linkHandle.h"
+#include "editor/nodePoint.h"
+#include "editor/tqConsolidator.h"
+#include "editor/tqFusionQueue.h"
+#include "editor/tqScene.h"
+#include "editor/tqView.h"
+#include "support/drawnModel.h"
+#include "support/messageBox.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextEdit>
+
+/// The model of the window as a file, there and back.
+class cModelFileTest : public QObject {
+    Q_OBJECT
+
+private:
+    QString path(const char* name) const { return home->filePath(QLatin1String(name)); }
+    static void put(const QString& path, const QByteArray& text) {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(text), text.size());
+    }
+    static QByteArray get(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(can't be read)");
+    }
+    /// Loads a model of that text. No box may block.
+    void load(tsApp& window, const QByteArray& text) {
+        put(path("loaded.tbsmx"), text);
+        QCOMPARE(boxesDuring([&] { window.loadModel(path("loaded.tbsmx").toStdString()); }), QStringList());
+    }
+    QByteArray saved(tsApp& window) {
+        [&] { QVERIFY(window.writeModelFile(path("saved.tbsmx"))); }();
+        return get(path("saved.tbsmx"));
+    }
+    QStringList lines(tsApp& window, const char* keyword) {
+        QStringList found;
+        for (const QString& line : QString::fromUtf8(saved(window)).split('\n'))
+            if (line.startsWith(QLatin1String(keyword))) found.append(line);
+        return found;
+    }
+    static QStringList remarks(const tsApp& window) {
+        QStringList told;
+        for (const auto* box : window.findChildren<QMessageBox*>(QStringLiteral("remarkBox")))
+            if (box->isVisible()) told.append(box->informativeText().split('\n'));
+        return told;
+    }
+    template <typename cField>
+    static cField& field(cTQNetworkElement& element, const char* name) {
+        return *element.panel()->findChild<cField*>(QLatin1String(name));
+    }
+    template <typename cKind>
+    static cKind& find(const tsApp& window, const char* name) {
+        auto* found = dynamic_cast<cKind*>(window.findElement<cNetworkElement>(name));
+        if (found == nullptr) qFatal("no %s", name);
+        return *found;
+    }
+
+    std::unique_ptr<QTemporaryDir> home;
+
+private Q_SLOTS:
+    void init() {
+        home = std::make_unique<QTemporaryDir>();
+        qputenv("XDG_CONFIG_HOME", home->path().toLocal8Bit());
+        cNetworkElement::setElementCounter(0);
+    }
+
+    // ---- writing
+
+    /// A queue, a Combi and a draw link, as a user leaves them who empties most fields.
+    void smallModelIsWrittenByteForByte() {
+        tsApp window;
+        cNetworkElement::setElementCounter(0);
+        load(window,
+             "GENTYPE Default;\nCOMBI C1;\nQUEUE Q1 Default;\nDRAWLINK L1 Q1 C1;\nTBINITIALCONTENT Q1 3;\n"
+             "/<CODE>\nVARIABLE Cycles 0;\n/<CODE>\nPOSNODE C1 320 140;\nPOSNODE Q1 120 140;\nPOSLINK L1 3 11 0 0;\n");
+        auto& combi = find<cTQCombi>(window, "C1");
+        field<QLineEdit>(combi, "durationEdit").setText("5");
+        for (const char* name : {"priorityEdit", "semaphoreEdit"}) field<QLineEdit>(combi, name).clear();
+        auto& link = find<cTQLink>(window, "L1");
+        link.setRuleText(eLinkRule::drawUntil, "");
+        for (const char* name :
+             {"drawConditionEdit", "drawUntilEdit", "drawOrderEdit", "drawWhereEdit", "releaseAmountEdit",
+              "releaseUntilEdit", "releaseOrderEdit", "releaseWhereEdit", "strengthEdit"})
+            field<QLineEdit>(link, name).clear();
+
+        QCOMPARE(QString::fromUtf8(saved(window)), QStringLiteral("GENTYPE Default;\n"
+                                                                  "COMBI C1;\n"
+                                                                  "QUEUE Q1 Default;\n"
+                                                                  "\n"
+                                                                  "\n"
+                                                                  "DRAWLINK L1 Q1 C1;\n"
+                                                                  "\n"
+                                                                  "DURATION C1 5;\n"
+                                                                  "PRIORITY C1 ;\n"
+                                                                  "SEMAPHORE C1 ;\n"
+                                                                  "TBINITIALCONTENT Q1 3;\n"
+                                                                  "\n"
+                                                                  "ENOUGH L1 ;\n"
+                                                                  "DRAWUNTIL L1 ;\n"
+                                                                  "DRAWAMT L1 1;\n"
+                                                                  "DRAWORDER L1 ;\n"
+                                                                  "DRAWWHERE L1 ;\n"
+                                                                  "RELEASEAMT L1 ;\n"
+                                                                  "RELEASEUNTIL L1 ;\n"
+                                                                  "RELEASEORDER L1 ;\n"
+                                                                  "RELEASEWHERE L1 ;\n"
+                                                                  "STRENGTH L1 ;\n"
+                                                                  "\n"
+                                                                  "/<CODE>\n"
+                                                                  "VARIABLE Cycles 0;\n"
+                                                                  "/<CODE>\n"
+                                                                  "POSLINK L1 3 11 0 0;\n"
+                                                                  "POSNODE C1 320 140;\n"
+                                                                  "POSNODE Q1 120 140;\n"
+                                                                  "RANKCOUNT 3;\n"));
+    }
+
+    void savingTwiceWithoutAChangeGivesTheSameBytes() {
+        cDrawnModel model;
+        const QByteArray first = saved(model.window);
+
+        QVERIFY(first.contains("DRAWLINK Draws Soil Load;\n"));
+        QCOMPARE(saved(model.window), first);
+    }
+
+    void whatIsTypedIsSavedBeforeTheEngineHasIt() {
+        cDrawnModel model;
+        field<QLineEdit>(*model.load, "durationEdit").setText(" 3 + ( ");
+        field<QLineEdit>(*model.soil, "initialContentEdit").setText("8");
+        field<QLineEdit>(*model.draws, "drawAmountEdit").setText("2");
+
+        QCOMPARE(lines(model.window, "DURATION"), QStringList("DURATION Load 3 + (;"));
+        QVERIFY(lines(model.window, "TBINITIAL").contains("TBINITIALCONTENT Soil 8;"));
+        QVERIFY(lines(model.window, "DRAWAMT").contains("DRAWAMT Draws 1;"));  // but for this one
+        QCOMPARE(QString::fromStdString(model.load->getDurationText()), QStringLiteral("10"));
+    }
+
+    void severalLinesOfConsolidateWhenAreWrittenAndTheFirstIsRead() {
+        cDrawnModel model;
+        auto& batch = model.drop<cTQConsolidator>("Consolidator", {500, 100}, "Zone");
+        field<QTextEdit>(batch, "consolidateWhenEdit").setPlainText("1+\nPRIORITY Load 7;\n2");
+        QVERIFY(saved(model.window).contains("CONSOLIDATEWHEN Zone 1+\nPRIORITY Load 7;\n2;\n"));
+        QVERIFY(remarks(model.window)
+                    .contains("CONSOLIDATEWHEN of Zone has several lines; only the first will be "
+                              "read."));
+
+        load(model.window, saved(model.window));
+        auto& reread = find<cTQConsolidator>(model.window, "Zone");
+        QCOMPARE(QString::fromStdString(reread.getFiringConditionText()), QStringLiteral("1+"));
+        // The line behind it went through the ordinary tests.
+        QCOMPARE(QString::fromStdString(find<cTQCombi>(model.window, "Load").getPriorityText()), QStringLiteral("7"));
+    }
+
+    void incompleteLinksAreToldOnceAndLeftOut() {
+        cDrawnModel model;
+        model.drop<cTQLink>("Link", {300, 300}, "Loose");
+        model.drop<cTQLink>("Link", {300, 300}, "Looser");
+        model.draws->dropHandle(true, nullptr);
+
+        const QStringList told = boxesDuring([&] { QVERIFY(model.window.writeModelFile(path("saved.tbsmx"))); });
+
+        QCOMPARE(told, QStringList("Information.: Incomplete links will not be written to file."));
+        const QByteArray text = get(path("saved.tbsmx"));
+        QVERIFY(!text.contains("Loose") && !text.contains(" Draws "));
+        QVERIFY(text.contains("RELEASELINK Releases Load Hauled;\n") && text.contains("POSLINK Releases "));
+    }
+
+    void nodesWithoutATypeComeBack() {
+        cDrawnModel model;
+        model.drop<cTQNode>("Assembler", {500, 100}, "Build");
+        model.drop<cTQNode>("Disassembler", {600, 100}, "Split");
+
+        load(model.window, saved(model.window));
+
+        QCOMPARE(lines(model.window, "ASSEMBLER"), QStringList("ASSEMBLER Build;"));
+        QCOMPARE(lines(model.window, "DISASSEMBLER"), QStringList("DISASSEMBLER Split;"));
+    }
+
+    void aTypeReadFromACharTypeStatementIsNotWrittenBack() {
+        tsApp window;
+        load(window, "CHARTYPE Truck;\nGENTYPE Soil;\nQUEUE Pit Soil;\n");
+
+        QVERIFY(saved(window).startsWith("GENTYPE Soil;\nQUEUE Pit Soil;\n"));
+        QVERIFY(remarks(window).first().contains("Truck"));
+    }
+
+    void savePropertiesAreNeverWritten() {
+        tsApp window;
+        load(window, "COMPTYPE Frame;\nSAVEPROPS Frame Weight Length;\nCOMBI C1;\n");
+
+        QVERIFY(!saved(window).contains("SAVEPROPS"));
+    }
+
+    void aNameThatEndsReadingIsTold() {
+        cDrawnModel model;
+        model.drop<cTQQueue>("Queue", {500, 100}, "MYQUEUE");
+
+        saved(model.window);
+
+        QCOMPARE(remarks(model.window).size(), 2);
+        QVERIFY(remarks(model.window).first().startsWith("Reading the file will end at \"TBINITIALCONTENT MYQUEUE"));
+    }
+
+    // ---- reading
+
+    void elementsComeBackWhereTheyWere() {
+        cDrawnModel model;
+        model.load->setPos(1234.5678, 987654.321);
+
+        load(model.window, saved(model.window));
+
+        const auto& combi = find<cTQCombi>(model.window, "Load");
+        QCOMPARE(combi.pos(), QPointF(1234.57, 987654.0));
+        QVERIFY(model.window.findChild<cTQScene*>()->items().contains(&combi));
+        QCOMPARE(QString::fromStdString(find<cTQQueue>(model.window, "Soil").getInitialContentText()), "5");
+        QVERIFY(model.window.combis.contains("Load"));
+    }
+
+    void linksComeBackOnTheirPoints() {
+        cDrawnModel model;
+        load(model.window, saved(model.window));
+
+        auto& draws = find<cTQLink>(model.window, "Draws");
+        QCOMPARE(draws.getLinkKind(), kindDraw);
+        QCOMPARE(draws.startCP()->attachment(), find<cTQQueue>(model.window, "Soil").cpByIndex(0));
+        QCOMPARE(draws.endCP()->attachment(), find<cTQCombi>(model.window, "Load").cpByIndex(4));
+        QCOMPARE(draws.startCP()->scenePos(), draws.startCP()->attachment()->scenePosition());
+        QCOMPARE(draws.endCP()->side, draws.endCP()->attachment()->side);
+    }
+
+    void readingAFileDoesNotMarkTheDocument() {
+        tsApp window;
+        load(window, "COMBI C;\nPOSNODE C 100 100;\n");
+
+        QVERIFY(!window.isModified());
+        QVERIFY(!window.isWindowModified());
+    }
+
+    void aNodeMovedByItsPositionTakesItsLinksAlong() {
+        tsApp window;
+        load(window, "GENTYPE D;\nQUEUE Q D;\nCOMBI C;\nDRAWLINK L Q C;\nPOSLINK L 0 4 0 0;\nPOSNODE Q 500 300;\n");
+
+        const auto& link = find<cTQLink>(window, "L");
+        QCOMPARE(link.startCP()->scenePos(), find<cTQQueue>(window, "Q").cpByIndex(0)->scenePosition());
+    }
+
+    void aFileWithoutPositionsHasEverythingAtOnePlaceAndItsLinksJoined() {
+        tsApp window;
+        load(window, "GENTYPE D;\nQUEUE Q D;\nCOMBI C;\nDRAWLINK L Q C;\nPOSLINK L 77 -1 0 0;\n");
+
+        QCOMPARE(find<cTQQueue>(window, "Q").pos(), QPointF(200.0, 200.0));
+        QCOMPARE(find<cTQLink>(window, "L").pos(), QPointF(200.0, 200.0));
+        for (const tLinkCP* handle : {find<cTQLink>(window, "L").startCP(), find<cTQLink>(window, "L").endCP()})
+            QVERIFY(handle->attachment() != nullptr);
+    }
+
+    void aPositionThatIsNoPlaceIsPassedOver() {
+        tsApp window;
+        load(window, "COMBI C;\nPOSNODE C 1e999 nan;\n");
+
+        QCOMPARE(find<cTQCombi>(window, "C").pos(), QPointF(200.0, 200.0));
+    }
+
+    /// The link comes back on the fusion queue; its points are those of the queue behind it.
+    void aLinkOnAFusionQueueComesBackOnIt() {
+        cDrawnModel model;
+        auto& fusion = model.drop<cTQFusionQueue>("FusionQueue", {500, 300}, "Again");
+        fusion.fuseWith("Hauled");
+        model.releases->dropHandle(false, fusion.cpByIndex(2));
+        QVERIFY(lines(model.window, "POSLINK").contains("POSLINK Releases 0 2 0 Again;"));
+        const QByteArray first = saved(model.window);
+        QVERIFY(first.contains("FUSIONQUEUE Again Hauled;\n\nDRAWLINK"));
+        QVERIFY(first.contains("RELEASELINK Releases Load Again;\n"));
+
+        load(model.window, first);
+
+        auto& releases = find<cTQLink>(model.window, "Releases");
+        auto& hauled = find<cTQQueue>(model.window, "Hauled");
+        QCOMPARE(releases.fusionAt(false), &find<cTQFusionQueue>(model.window, "Again"));
+        QCOMPARE(releases.getSuccNode(), static_cast<cNode*>(&hauled));
+        QCOMPARE(releases.endCP()->attachment(), hauled.cpByIndex(2));
+        QCOMPARE(saved(model.window), first);
+        model.window.removeElement(&releases.fusionAt(false)->engineElement());
+        QCOMPARE(releases.getSuccNode(), nullptr);
+        QCOMPARE(releases.endCP()->attachment(), nullptr);
+    }
+
+    void fusionNamesOfPositionsAreNotConsulted() {
+        tsApp window;
+        load(window, "GENTYPE D;\nQUEUE Q D;\nCOMBI C;\nFUSIONQUEUE F Q;\nDRAWLINK L Q C;\nPOSLINK L 1 4 F 0;\n");
+
+        QCOMPARE(find<cTQLink>(window, "L").fusionAt(true), nullptr);
+    }
+
+    void fieldsShowWhatWasReadBeforeAnythingIsSelected() {
+        cDrawnModel model;
+        field<QLineEdit>(*model.load, "durationEdit");  // the panel is there from now on
+        QByteArray text = saved(model.window);
+        text.replace("DURATION Load 10;", "DURATION Load 2 + 3 ;");
+
+        load(model.window, text);
+
+        auto& combi = find<cTQCombi>(model.window, "Load");
+        QCOMPARE(field<QLineEdit>(combi, "durationEdit").text(), QStringLiteral("2+3"));  // blanks are lost
+        QCOMPARE(combi.isSelected(), false);
+    }
+
+    void semicolonsInsideAValueAreLost() {
+        tsApp window;
+        load(window, "COMBI C;\nDURATION C 1;2 ;3;\n");
+
+        QCOMPARE(QString::fromStdString(find<cTQCombi>(window, "C").getDurationText()), QStringLiteral("123"));
+    }
+
+    void anUpperCaseNameThatEndsInAKeywordEndsTheReading() {
+        tsApp window;
+        load(window, "GENTYPE D;\nQUEUE MYQUEUE D;\nTBINITIALCONTENT MYQUEUE 4;\nCOMBI Late;\n");
+
+        QCOMPARE(window.findElement<cNetworkElement>("Late"), nullptr);
+        QCOMPARE(QString::fromStdString(find<cTQQueue>(window, "MYQUEUE").getInitialContentText()),
+                 QStringLiteral("0"));
+        QVERIFY(remarks(window).first().startsWith("Line 3: reading stopped here"));
+    }
+
+    void positionOfSuchANameEndsTheReadingToo() {
+        tsApp window;
+        load(window, "GENTYPE D;\nQUEUE MYQUEUE D;\nPOSNODE MYQUEUE 1 2;\nCOMBI Late;\n");
+
+        QCOMPARE(window.findElement<cNetworkElement>("Late"), nullptr);
+        QCOMPARE(find<cTQQueue>(window, "MYQUEUE").pos(), QPointF(200.0, 200.0));
+    }
+
+    void anElementCalledLikeSavePropsIsMadeAndItsLineReadTwice() {
+        tsApp window;
+        load(window, "COMBI SAVEPROPS1;\nDURATION SAVEPROPS1 5;\n");
+
+        // The duration's line counts as one of save properties, and so sets nothing.
+        QCOMPARE(QString::fromStdString(find<cTQCombi>(window, "SAVEPROPS1").getDurationText()),
+                 QString::fromStdString(cTQCombi().getDurationText()));
+    }
+
+    void aFileCutShortBehindThePositionsKeepsTheCounter() {
+        cDrawnModel model;
+        QByteArray text = saved(model.window);
+        text.truncate(text.indexOf("RANKCOUNT"));
+
+        load(model.window, text);
+
+        QCOMPARE(cNetworkElement::getElementCounter(), 5);
+    }
+
+    void theCounterIsRaisedAndNeverLowered() {
+        tsApp window;
+        load(window, "COMBI A;\nCOMBI B;\nRANKCOUNT 1;\n");
+        QCOMPARE(cNetworkElement::getElementCounter(), 2);
+        load(window, "COMBI A;\nRANKCOUNT 40;\n");
+        QCOMPARE(cNetworkElement::getElementCounter(), 40);
+    }
+
+    void runSettingsInAFileDoNotEndTheReading() {
+        tsApp window;
+        load(window,
+             "TBSEED 5;\nTBNREPS 3;\nTBSTREAMS 1;\nTBTIMELIMIT 2;\nTBACTLIMIT 2;\nTBQLIMIT 1;\nTBENOUGHCOND A 1;\n"
+             "TBENOUGHVALUE A 1;\nCOMBI Late;\n");
+
+        QCOMPARE(window.replications, 1);
+        QVERIFY(window.findElement<cNetworkElement>("Late") != nullptr);
+    }
+
+    void loadingTakesThePlaceOfTheModelThatWasThere() {
+        cDrawnModel model;
+        load(model.window, "COMBI Alone;\n");
+
+        QCOMPARE(model.window.elements.size(), std::size_t{1});
+        QVERIFY(model.window.findResourceType("Default") == nullptr);
+        QCOMPARE(lines(model.window, "GENTYPE"), QStringList());
+    }
+
+    void theGlobalCodeComesBackAndIsCompiledAtOnce() {
+        tsApp window;
+        load(window, "COMBI C;\nDURATION C Pace*2;\n/<CODE>\nVARIABLE Pace 4;\n\nPRIORITY\n/<CODE>\n");
+
+        QCOMPARE(window.findChild<cGlobalCodeDialog*>()->text(), QStringLiteral("VARIABLE Pace 4;\n\nPRIORITY\n"));
+        QVERIFY(window.variables.contains("Pace"));
+        QCOMPARE(remarks(window), QStringList());
+    }
+
+    void textThatIsNotUtf8IsReadAllTheSame() {
+        tsApp window;
+        load(window,
+             "GENTYPE Br\xFC"
+             "cke;\nQUEUE Pit Br\xFC"
+             "cke;\n");
+
+        QVERIFY(find<cTQQueue>(window, "Pit").getResType() != nullptr);
+    }
+
+    void linesOfOtherSystemsAreRead() {
+        tsApp window;
+        load(window, "\xEF\xBB\xBFGENTYPE D;\r\nQUEUE Pit D;\r\nTBINITIALCONTENT Pit 3;\r\n");
+
+        QCOMPARE(QString::fromStdString(find<cTQQueue>(window, "Pit").getInitialContentText()), QStringLiteral("3"));
+    }
+
+    void aNameTakenTwiceCanStillBeDeletedAndSaved() {
+        tsApp window;
+        load(window, "COMBI A;\nCOMBI A;\nFUSIONQUEUE A Q;\n");
+        QCOMPARE(window.elements.size(), std::size_t{1});
+
+        QVERIFY(saved(window).contains("FUSIONQUEUE Element3 Q;\n"));
+        window.removeElement(window.elements.begin()->second.get());
+        QVERIFY(window.elements.empty());
+        QVERIFY(window.combis.empty());
+    }
+
+    // ---- the commands
+
+    void titleStatusAndMarkFollowAFile() {
+        cDrawnModel model;
+        QVERIFY(model.window.isModified());
+        QVERIFY(model.window.writeModelFile(path("pit.tbsmx")));
+        QVERIFY(model.window.isModified());  // the command says when a document counts as saved
+
+        model.window.loadModel(path("pit.tbsmx").toStdString());
+        QCOMPARE(model.window.windowTitle(), QStringLiteral("pit.tbsmx[*] - TIMBERSIM"));
+        QCOMPARE(model.window.getCurrentFile(), path("pit.tbsmx"));
+        QCOMPARE(model.window.statusBar()->currentMessage(), QStringLiteral("File loaded"));
+
+        model.window.elemSelected(&find<cTQCombi>(model.window, "Load"));
+        QVERIFY(model.window.isWindowModified());
+        QVERIFY(model.window.save());
+        QVERIFY(!model.window.isWindowModified());
+        QCOMPARE(model.window.statusBar()->currentMessage(), QStringLiteral("File saved"));
+    }
+
+    void saveAsGivesANameItsExtension() {
+        cDrawnModel model;
+        QTimer::singleShot(0, this, [this] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            QCOMPARE(dialog->windowTitle(), QStringLiteral("Save"));
+            QCOMPARE(dialog->nameFilters(), QStringList("TIMBERSIM Files(*.tbsmx)"));
+            dialog->setDirectory(home->path());
+            dialog->selectFile(path("quarry"));
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+
+        QVERIFY(model.window.saveAs());
+
+        QVERIFY(QFile::exists(path("quarry.tbsmx")));
+        QCOMPARE(model.window.windowTitle(), QStringLiteral("quarry.tbsmx[*] - TIMBERSIM"));
+        QVERIFY(!model.window.isModified());
+    }
+
+    void saveAsCalledOffSavesNothing() {
+        cDrawnModel model;
+        QTimer::singleShot(0, this, [] { qobject_cast<QFileDialog*>(QApplication::activeModalWidget())->reject(); });
+
+        QVERIFY(!model.window.saveAs());
+        QVERIFY(model.window.isModified());
+    }
+
+    void aSaveThatFailsLeavesTheOldFileAndTheMark() {
+        cDrawnModel model;
+        QVERIFY(QDir().mkdir(path("folder.tbsmx")));
+        QVERIFY(QDir().mkdir(path("taken.tbsmx.new")));
+        put(path("taken.tbsmx"), "old");
+        for (const char* name : {"folder.tbsmx", "taken.tbsmx", "none/where.tbsmx"}) {
+            const QStringList told = boxesDuring([&] { QVERIFY(!model.window.writeModelFile(path(name))); });
+            QCOMPARE(told.size(), 1);
+            QVERIFY(told[0].startsWith("Unable to open file: ") && told[0].size() > 25);
+        }
+        QCOMPARE(get(path("taken.tbsmx")), QByteArray("old"));
+        QVERIFY(model.window.isModified());
+    }
+
+    void aFailedLoadDoesNotKeepTheNameOfTheFileBefore() {
+        cDrawnModel model;
+        QVERIFY(model.window.writeModelFile(path("pit.tbsmx")));
+        model.window.loadModel(path("pit.tbsmx").toStdString());
+        boxesDuring([&] { model.window.loadModel(home->path().toStdString()); });
+
+        QVERIFY(model.window.getCurrentFile().isEmpty());  // or Save would put the empty model in its place
+        QVERIFY(model.window.findResourceType("Default") != nullptr);
+        QCOMPARE(model.window.statusBar()->currentMessage(), QStringLiteral("Loading canceled"));
+    }
+};
+
+QTEST_MAIN(cModelFileTest)
+#include "modelFileTest.moc"
