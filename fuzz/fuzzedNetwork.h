@@ -35,13 +35,17 @@ public:
         }
     }
 
+    /// Reads a model into the builder's network. @return what was found; nothing if the reading was stopped.
+    static cModelReading read(const std::string& model, cModelBuilder& builder) {
+        std::istringstream text(model);
+        cModelReading reading;
+        attempt([&] { reading = readModel(text, builder); });
+        return reading;
+    }
     /// Reads a model into the network. @return its Global Code; empty if the reading was stopped.
     std::string read(const std::string& model) {
-        std::istringstream text(model);
         cEngineBuilder builder(*this);
-        std::string code;
-        attempt([&] { code = readModel(text, builder).globalCode; });
-        return code;
+        return read(model, builder).globalCode;
     }
     /// A whole run. The host has all its patience again.
     void run(const std::string& globalCode) {

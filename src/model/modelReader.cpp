@@ -22,8 +22,7 @@
 
 namespace {
 
-constexpr double firstPosition = 200.0;             // where a new element lies until its position is read
-constexpr std::int32_t largestCounter = 900000000;  // a longer number doesn't fit behind "Normal" in a default name
+constexpr double firstPosition = 200.0;  // where a new element lies until its position is read
 
 std::optional<eLinkKind> linkKindOf(std::string_view keyword) {
     const auto* row = std::ranges::find(linkKindWords, keyword, &cLinkKindWord::word);

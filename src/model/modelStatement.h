@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,6 +27,10 @@ private:
 
 /// Stands on the lines in front of and behind the Global Code.
 inline constexpr std::string_view codeMark = "<CODE>";
+
+/// The largest counter behind element numbers that a file can give: a longer number doesn't fit behind "Normal" in a
+/// default name.
+inline constexpr std::int32_t largestCounter = 900000000;
 
 /// The forms of element statements: the words they need, the keyword included, and whether the next one is a type.
 struct cElementForm {

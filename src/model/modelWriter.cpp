@@ -72,6 +72,7 @@ private:
     void writeCode();
     void writePlaces();
     std::string linkPlace(const cLink& link);
+    void writeCounter();
 
     std::string valueOf(const cNetworkElement& element, const cProperty& property);
     const std::string& checked(const std::string& statement);
@@ -95,7 +96,7 @@ cModelWriting cWriter::write() {
     writeLinkProperties();
     writeCode();
     writePlaces();
-    writing.text += "RANKCOUNT " + std::to_string(cNetworkElement::getElementCounter()) + ";\n";
+    writeCounter();
     return std::move(writing);
 }
 
@@ -235,6 +236,13 @@ void cWriter::writePlaces() {
         writing.text +=
             checked("POSNODE " + element.getName() + ' ' + placeText(place.x) + ' ' + placeText(place.y) + ";\n");
     });
+}
+
+void cWriter::writeCounter() {
+    const std::int32_t counter = cNetworkElement::getElementCounter();
+    if (counter > largestCounter)
+        writing.warnings.emplace_back("The counter behind element numbers is larger than a reader takes.");
+    writing.text += "RANKCOUNT " + std::to_string(counter) + ";\n";
 }
 
 }  // namespace

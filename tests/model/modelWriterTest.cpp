@@ -161,8 +161,9 @@ TEST_F(cModelWriterTest, elementsStandByNameAndFusionQueuesAndLinksBehindThem) {
     read("GENTYPE T;\nQUEUE b T;\nCOMBI a;\nNORMAL C;\nFUSIONQUEUE A b;\nDRAWLINK D A a;\nRELEASELINK B a b;\n");
 
     const std::string text = write();
-    EXPECT_TRUE(text.starts_with("GENTYPE T;\nNORMAL C;\nCOMBI a;\nQUEUE b T;\n\nFUSIONQUEUE A b;\n\n"
-                                 "RELEASELINK B a b;\nDRAWLINK D A a;\n\n"))
+    EXPECT_TRUE(
+        text.starts_with("GENTYPE T;\nNORMAL C;\nCOMBI a;\nQUEUE b T;\n\nFUSIONQUEUE A b;\n\n"
+                         "RELEASELINK B a b;\nDRAWLINK D A a;\n\n"))
         << text;
     EXPECT_EQ(lines("POSLINK"), (cTexts{"POSLINK B 0 0 0 0;", "POSLINK D 0 0 A 0;"}));
 }
@@ -175,10 +176,9 @@ TEST_F(cModelWriterTest, aLinkNamesItsTypeWhereNoEndTellsIt) {
         "RELEASELINK L4 Build Haul;\nRELEASELINK L5 Dig Split Frame;\nRELEASELINK L6 Split Pit Rock;\n"
         "FLOWLINK L7 Way Pit;\n");
 
-    EXPECT_EQ(lines("RELEASELINK"),
-              (cTexts{"RELEASELINK L1 Dig Haul Rock;", "RELEASELINK L2 Dig Pit;", "RELEASELINK L3 Dig Build Rock;",
-                      "RELEASELINK L4 Build Haul;", "RELEASELINK L5 Dig Split Frame;",
-                      "RELEASELINK L6 Split Pit Rock;"}));
+    EXPECT_EQ(lines("RELEASELINK"), (cTexts{"RELEASELINK L1 Dig Haul Rock;", "RELEASELINK L2 Dig Pit;",
+                                            "RELEASELINK L3 Dig Build Rock;", "RELEASELINK L4 Build Haul;",
+                                            "RELEASELINK L5 Dig Split Frame;", "RELEASELINK L6 Split Pit Rock;"}));
     EXPECT_EQ(lines("FLOWLINK"), (cTexts{"FLOWLINK L7 Way Pit;"}));
 }
 
@@ -278,6 +278,16 @@ TEST_F(cModelWriterTest, tellsOfCodeThatEndsEarly) {
 
     EXPECT_EQ(writeModel(model).warnings,
               (cTexts{"The Global Code holds <CODE>, which ends it when the file is read."}));
+}
+
+TEST_F(cModelWriterTest, tellsOfACounterThatNoReaderTakes) {
+    read("COMBI C1;\nRANKCOUNT 900000000;\n");
+    EXPECT_EQ(lines("RANKCOUNT"), (cTexts{"RANKCOUNT 900000000;"}));
+
+    cNetworkElement::setElementCounter(900000001);
+    EXPECT_EQ(writeModel(model).warnings,
+              (cTexts{"The counter behind element numbers is larger than a reader takes."}));
+    cNetworkElement::setElementCounter(0);
 }
 
 }  // namespace

@@ -67,7 +67,7 @@ public:
 
 private:
     void keepEnd(const cLink& link, bool isStart, const cNetworkElement& element) {
-        ends[{&link, isStart}].fusionName = fusedQueues.contains(&element) ? element.getName() : std::string();
+        ends[{&link, isStart}].fusionName = element.getKind() == "FUSIONQUEUE" ? element.getName() : std::string();
     }
 
     std::map<std::string, std::string> types;
