@@ -59,8 +59,9 @@ bool tsApp::isDone(const QString& failure) {
     return false;
 }
 
-/// Tells of what went half well: on standard error, and in a box that is in nobody's way.
+/// Tells of what went half well: on standard error, and in a box that is in nobody's way. The last such box goes.
 void tsApp::showRemarks(const QString& text, const QStringList& remarks) {
+    delete findChild<QMessageBox*>(QStringLiteral("remarkBox"));
     if (remarks.isEmpty()) return;
     for (const QString& remark : remarks) std::cerr << "timbersim: " << remark.toStdString() << '\n';
     auto* box = new QMessageBox(QMessageBox::Information, tr("Information."), text, QMessageBox::Ok, this);

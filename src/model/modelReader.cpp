@@ -133,7 +133,7 @@ bool cReader::readLine(const std::string& line) {
 
     if (line.find(codeMark) != std::string::npos)
         readCode();
-    else if (line.find("SAVEPROPS") != std::string::npos)
+    else if (line.find(savePropsWord) != std::string::npos)
         readSaveProps();
     else
         readProperty(ePropertyTest::activity);

@@ -43,5 +43,7 @@ struct cElementForm {
 const cElementForm* findElementForm(std::string_view keyword);
 /// Whether `line` holds the keyword of an element or a link with a blank behind it, wherever that stands.
 bool holdsElementKeyword(std::string_view line);
+/// What gives a resource type its save properties, wherever it stands on a line.
+inline constexpr std::string_view savePropsWord = "SAVEPROPS";
 /// Whether reading ends at `line`: it holds such a keyword, but doesn't begin with one.
 bool endsReading(const std::string& line);

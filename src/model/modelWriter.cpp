@@ -54,6 +54,14 @@ std::string typeWord(const cHomogHolder& holder) {
     return type == nullptr ? std::string() : ' ' + type->getTypeName();
 }
 
+/// Whether a name or a value makes a statement look like one of another kind. The format has no way around that.
+bool isMisread(const std::string& statement) {
+    const std::string keyword = cModelStatement(statement).word(0);
+    const bool losesProperty =
+        findProperty(ePropertyTest::activity, keyword) != nullptr && statement.find(savePropsWord) != std::string::npos;
+    return losesProperty || endsReading(statement) || statement.find(codeMark) != std::string::npos;
+}
+
 /// Writes one model, section by section.
 class cWriter {
 public:
@@ -74,8 +82,7 @@ private:
     std::string linkPlace(const cLink& link);
     void writeCounter();
 
-    std::string valueOf(const cNetworkElement& element, const cProperty& property);
-    const std::string& checked(const std::string& statement);
+    void tell(const std::string& statement);
     template <typename cCallable>
     void forEachNode(cCallable call);
     template <typename cCallable>
@@ -111,16 +118,20 @@ template <typename cCallable>
 void cWriter::forEachCompleteLink(cCallable call) {
     network.forEachElement([&](const cNetworkElement& element) {
         const auto* link = dynamic_cast<const cLink*>(&element);
-        if (link != nullptr && isComplete(*link)) call(*link);
+        if (link == nullptr) return;
+        if (isComplete(*link))
+            call(*link);
+        else
+            writing.hasIncompleteLink = true;
     });
 }
 
-/// A statement that a name or a value makes look like one of another kind ends the reading; the form has no way around.
-const std::string& cWriter::checked(const std::string& statement) {
-    if (endsReading(statement))
-        writing.warnings.push_back("Reading the file will end at \"" + trimmed(statement) +
-                                   "\": no name may end in a word such as QUEUE or COMBI in capitals.");
-    return statement;
+void cWriter::tell(const std::string& statement) {
+    if (isMisread(statement))
+        writing.warnings.push_back("Reading the file will go wrong at \"" + trimmed(statement) +
+                                   "\": no name may hold <CODE> or SAVEPROPS, or end in a word such as QUEUE or COMBI "
+                                   "in capitals.");
+    writing.text += statement;
 }
 
 /// Types of a kind that no element can be given are not written.
@@ -132,29 +143,25 @@ void cWriter::writeTypes() {
                                        " can be read, but not written.");
             continue;
         }
-        writing.text += type.kind + ' ' + type.name + ";\n";
+        tell(type.kind + ' ' + type.name + ";\n");
         if (isCompound && !type.saveProps.empty())
-            writing.text += "SAVEPROPS " + type.name + ' ' + type.saveProps + ";\n";
+            tell(std::string(savePropsWord) + ' ' + type.name + ' ' + type.saveProps + ";\n");
     }
 }
 
 void cWriter::writeElements() {
-    std::string plain;
-    std::string fusions;
-    std::string links;
-    network.forEachElement([&](const cNetworkElement& element) {
-        if (const auto* link = dynamic_cast<const cLink*>(&element)) {
-            if (isComplete(*link))
-                links += linkElement(*link);
-            else
-                writing.hasIncompleteLink = true;
-        } else if (element.getKind() == fusionQueueWord) {
-            fusions += element.getKind() + ' ' + element.getName() + ' ' + source.fusedQueue(element) + ";\n";
-        } else {
-            plain += plainElement(element);
-        }
+    const auto isFusion = [](const cNetworkElement& element) { return element.getKind() == fusionQueueWord; };
+    forEachNode([&](const cNetworkElement& element) {
+        if (!isFusion(element)) tell(plainElement(element));
     });
-    writing.text += plain + '\n' + fusions + '\n' + links + '\n';
+    writing.text += '\n';
+    forEachNode([&](const cNetworkElement& element) {
+        if (isFusion(element))
+            tell(element.getKind() + ' ' + element.getName() + ' ' + source.fusedQueue(element) + ";\n");
+    });
+    writing.text += '\n';
+    forEachCompleteLink([&](const cLink& link) { tell(linkElement(link)); });
+    writing.text += '\n';
 }
 
 std::string cWriter::plainElement(const cNetworkElement& element) {
@@ -174,27 +181,24 @@ std::string cWriter::linkElement(const cLink& link) {
     return statement + ";\n";
 }
 
-std::string cWriter::valueOf(const cNetworkElement& element, const cProperty& property) {
-    return source.typedText(element, property.keyword).value_or(*property.get(element, property.keyword));
-}
-
 void cWriter::writeNodeProperties() {
     forEachNode([this](const cNetworkElement& element) {
         for (const cProperty& property : nodeProperties()) {
-            if (!property.get(element, property.keyword)) continue;
-            std::string value = valueOf(element, property);
+            const std::optional<std::string> stored = property.get(element, property.keyword);
+            if (!stored) continue;
+            std::string value = source.typedText(element, property.keyword).value_or(*stored);
             if (property.keyword != propertyWord::consolidateWhen) value = trimmed(value);
             if (value.find('\n') != std::string::npos)
                 writing.warnings.push_back(std::string(property.keyword) + " of " + element.getName() +
                                            " has several lines; only the first will be read.");
-            writing.text += checked(std::string(property.keyword) + ' ' + element.getName() + ' ' + value + ";\n");
+            tell(std::string(property.keyword) + ' ' + element.getName() + ' ' + value + ";\n");
         }
     });
 }
 
 /// What is drawn goes by what the engine has; the other values go by their fields.
 std::string cWriter::linkValue(const cLink& link, const cProperty& property) {
-    const std::string stored = *property.get(link, property.keyword);
+    const std::string stored = property.get(link, property.keyword).value_or(std::string());
     const std::string typed = source.typedText(link, property.keyword).value_or(stored);
     if (property.keyword == "ENOUGH") return typed.empty() ? typed : stored;
     if (property.keyword == "DRAWUNTIL") return typed.empty() ? stored : typed;
@@ -204,8 +208,7 @@ std::string cWriter::linkValue(const cLink& link, const cProperty& property) {
 void cWriter::writeLinkProperties() {
     forEachCompleteLink([this](const cLink& link) {
         for (const cProperty& property : linkProperties())
-            writing.text += checked('\n' + std::string(property.keyword) + ' ' + link.getName() + ' ' +
-                                    linkValue(link, property) + ';');
+            tell('\n' + std::string(property.keyword) + ' ' + link.getName() + ' ' + linkValue(link, property) + ';');
         writing.text += '\n';
     });
 }
@@ -230,11 +233,10 @@ std::string cWriter::linkPlace(const cLink& link) {
 }
 
 void cWriter::writePlaces() {
-    forEachCompleteLink([this](const cLink& link) { writing.text += checked(linkPlace(link)); });
+    forEachCompleteLink([this](const cLink& link) { tell(linkPlace(link)); });
     forEachNode([this](const cNetworkElement& element) {
         const cSavedPlace place = source.place(element);
-        writing.text +=
-            checked("POSNODE " + element.getName() + ' ' + placeText(place.x) + ' ' + placeText(place.y) + ";\n");
+        tell("POSNODE " + element.getName() + ' ' + placeText(place.x) + ' ' + placeText(place.y) + ";\n");
     });
 }
 

@@ -209,7 +209,8 @@ private Q_SLOTS:
         saved(model.window);
 
         QCOMPARE(remarks(model.window).size(), 2);
-        QVERIFY(remarks(model.window).first().startsWith("Reading the file will end at \"TBINITIALCONTENT MYQUEUE"));
+        QVERIFY(
+            remarks(model.window).first().startsWith("Reading the file will go wrong at \"TBINITIALCONTENT MYQUEUE"));
     }
 
     // ---- reading

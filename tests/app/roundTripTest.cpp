@@ -137,11 +137,9 @@ private Q_SLOTS:
         std::vector<cModelWarning> warnings;
         const std::string plain = plainWriting(QString::fromUtf8(text).toUtf8(), warnings);
         tsApp window;
-        QByteArray saved;
-        boxesDuring([&] { saved = loadAndSave(window, put(text), home.filePath("saved.tbsmx")); });
+        beginAsANewProcess();
+        window.loadModel(put(text).toStdString());
 
-        QCOMPARE(QString::fromStdString(withoutPoints(saved.toStdString())),
-                 QString::fromStdString(withoutPoints(plain)));
         const auto* box = window.findChild<QMessageBox*>("remarkBox");
         QCOMPARE(box != nullptr, !warnings.empty());
         if (box != nullptr) {
@@ -150,6 +148,10 @@ private Q_SLOTS:
                 told.append(QString("Line %1: %2").arg(warning.line).arg(QString::fromStdString(warning.message)));
             QCOMPARE(told.size() > 5 ? box->detailedText() : box->informativeText(), told.join('\n'));
         }
+        const QString saved = home.filePath("saved.tbsmx");
+        boxesDuring([&] { QVERIFY(window.writeModelFile(saved)); });
+        QCOMPARE(QString::fromStdString(withoutPoints(contentOf(saved).toStdString())),
+                 QString::fromStdString(withoutPoints(plain)));
     }
 
     void runsAsTheBatchRunnerDoes_data() {

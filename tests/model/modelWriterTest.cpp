@@ -265,12 +265,24 @@ TEST_F(cModelWriterTest, tellsWhereReadingTheFileWillEnd) {
     model.typed[{"C1", "PRIORITY"}] = "1 + THEFORK - 1";
     const cModelWriting writing = writeModel(model);
 
-    const std::string reason = ": no name may end in a word such as QUEUE or COMBI in capitals.";
+    const std::string reason =
+        ": no name may hold <CODE> or SAVEPROPS, or end in a word such as QUEUE or COMBI in capitals.";
     EXPECT_EQ(writing.warnings, (cTexts{
-                                    "Reading the file will end at \"PRIORITY C1 1 + THEFORK - 1;\"" + reason,
-                                    "Reading the file will end at \"TBINITIALCONTENT MYQUEUE 0;\"" + reason,
-                                    "Reading the file will end at \"POSNODE MYQUEUE 200 200;\"" + reason,
+                                    "Reading the file will go wrong at \"PRIORITY C1 1 + THEFORK - 1;\"" + reason,
+                                    "Reading the file will go wrong at \"TBINITIALCONTENT MYQUEUE 0;\"" + reason,
+                                    "Reading the file will go wrong at \"POSNODE MYQUEUE 200 200;\"" + reason,
                                 }));
+}
+
+TEST_F(cModelWriterTest, tellsOfNamesThatMakeAStatementAnother) {
+    read("GENTYPE <CODE>;\n/<CODE>\nCOMBI SAVEPROPS1;\n");
+    const cModelWriting writing = writeModel(model);
+
+    ASSERT_EQ(writing.warnings.size(), 4U);
+    EXPECT_NE(writing.warnings[0].find("\"GENTYPE <CODE>;\""), std::string::npos);
+    EXPECT_NE(writing.warnings[1].find("\"DURATION SAVEPROPS1 0;\""), std::string::npos);
+    EXPECT_NE(writing.warnings[2].find("\"PRIORITY SAVEPROPS1 0;\""), std::string::npos);
+    EXPECT_NE(writing.warnings[3].find("\"SEMAPHORE SAVEPROPS1 1;\""), std::string::npos);
 }
 
 TEST_F(cModelWriterTest, tellsOfCodeThatEndsEarly) {
