@@ -12,6 +12,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSlider>
 #include <QStatusBar>
 #include <QTemporaryDir>
@@ -52,6 +54,7 @@ private:
 
 private Q_SLOTS:
     void init() {
+        Q_INIT_RESOURCE(images);
         home = std::make_unique<QTemporaryDir>();
         qputenv("XDG_CONFIG_HOME", home->path().toLocal8Bit());
         window = std::make_unique<tsApp>();
@@ -122,6 +125,23 @@ private Q_SLOTS:
                                      "Assembler", "Disassembler", "Consolidator"}));
         QCOMPARE(find<QToolBox>("stencil")->count(), 1);
         QCOMPARE(grid->columnCount(), 1);
+    }
+
+    void iconsStayInPlaceWhenTheStencilIsScrolled() {
+        const auto* area = find<QScrollArea>("stencilArea");
+        const auto* icon = find<cTQElemIcon>("CombiIcon");
+        const auto placeAtHeight = [&](int height) {
+            window->resize(1000, height);
+            QCoreApplication::sendPostedEvents();
+            return icon->mapTo(window.get(), QPoint(0, 0)).x();
+        };
+        window->show();
+        const int place = placeAtHeight(1200);
+        QVERIFY(!area->verticalScrollBar()->isVisible());
+
+        QCOMPARE(placeAtHeight(600), place);
+        QVERIFY(area->verticalScrollBar()->isVisible());
+        QVERIFY(icon->width() <= area->viewport()->width());
     }
 
     void stencilAndCanvasStandSideBySide() {
