@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr int linesOfText = 4;   // as high as a text field gets under the canvas
-constexpr int widestLine = 360;  // of a text that is only shown; a longer one is broken into lines
+constexpr int linesOfText = 4;  // as high as a text field gets under the canvas
+constexpr int textMargin = 5;   // above a text that is only shown, to be level with the label of its row
 
 /// What a screen reader says for a field: its label without the colon.
 QString spokenName(const QString& label) {
@@ -49,6 +49,7 @@ void cFormField::makeWidget() {
             shown->setTextFormat(Qt::PlainText);
             shown->setWordWrap(true);
             shown->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+            shown->setContentsMargins(0, textMargin, 0, textMargin);
             shown->setTextInteractionFlags(Qt::TextSelectableByMouse);
             break;
     }
@@ -88,15 +89,8 @@ void cFormField::setText(const QString& newText) {
     } else if (names != nullptr) {
         names->setCurrentIndex(names->findText(newText));
     } else {
-        showText(newText);
+        shown->setText(newText);
     }
-}
-
-/// A tab gives a broken text no room for its further lines unless the text asks for it.
-void cFormField::showText(const QString& newText) {
-    shown->setText(newText);
-    const int width = qMin(shown->fontMetrics().horizontalAdvance(newText), widestLine);
-    shown->setMinimumSize(width, qMax(0, shown->heightForWidth(width)));
 }
 
 void cFormField::write() {

@@ -33,7 +33,6 @@ private:
     void makePicked();
     QWidget* focusHolder() const;
     void setText(const QString& newText);
-    void showText(const QString& newText);
     void mark();
     void unmark();
 

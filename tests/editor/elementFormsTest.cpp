@@ -21,9 +21,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTabWidget>
 #include <QTest>
 #include <QTextEdit>
+#include <QVBoxLayout>
 #include <memory>
 
 namespace {
@@ -362,6 +364,31 @@ private Q_SLOTS:
         QCOMPARE(panel.findChild<QLabel*>("badLinkLabel")->text(),
                  "This link is not connected properly. Ensure that only queues precede combis and that only combis "
                  "succeed queues.");
+    }
+
+    void theTextOfABadLinkIsWholeAtAnyWidth_data() {
+        QTest::addColumn<int>("width");
+        QTest::addColumn<bool>("isOneLine");
+        QTest::newRow("narrow") << 500 << false;
+        QTest::newRow("wide") << 2000 << true;
+    }
+    void theTextOfABadLinkIsWholeAtAnyWidth() {
+        QFETCH(int, width);
+        QFETCH(bool, isOneLine);
+        QDialog& panel = panelOf(add(std::make_shared<cTQLink>("L"), "L"));
+        QWidget window;
+        auto* layout = new QVBoxLayout(&window);
+        layout->addWidget(new QWidget, 1);  // where the canvas is
+        layout->addWidget(&panel);
+        const auto giveBack = qScopeGuard([&] { panel.setParent(nullptr); });
+        window.resize(width, 600);
+        window.show();
+        panel.show();
+        QCoreApplication::sendPostedEvents();
+
+        const auto* label = panel.findChild<QLabel*>("badLinkLabel");
+        QCOMPARE(label->height(), label->heightForWidth(label->width()));
+        QCOMPARE(label->contentsRect().height() < 2 * label->fontMetrics().lineSpacing(), isOneLine);
     }
 
     void aLinkReadsTheRulesThatAreShown() {
