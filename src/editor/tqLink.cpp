@@ -4,6 +4,7 @@
 #include "editor/linkRoute.h"
 #include "editor/nodeGeometry.h"
 #include "editor/nodePoint.h"
+#include "editor/penWidth.h"
 #include "editor/tqFusionQueue.h"
 #include "editor/typedNode.h"
 #include "flow/releasers.h"
@@ -142,7 +143,8 @@ void cTQLink::leaveOutCaptions(QPainter& painter) const {
 }
 
 void cTQLink::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*) {
-    const QPen pen = linkPen();
+    QPen pen = linkPen();
+    pen.setWidthF(penWidth(pen.widthF(), *painter));
     painter->setPen(pen);
     painter->setBrush(Qt::NoBrush);
     painter->save();

@@ -3,6 +3,7 @@
 #include "editor/editorHost.h"
 #include "editor/linkHandle.h"
 #include "editor/nodePoint.h"
+#include "editor/penWidth.h"
 #include "editor/typedNode.h"
 #include "kernel/network.h"
 
@@ -80,7 +81,7 @@ QRectF cTQNode::captionRect() const {
 }
 
 QRectF cTQNode::boundingRect() const {
-    const double half = runningWidth / 2.0 + 1.0;
+    const double half = widestPen(runningWidth) / 2.0 + 1.0;
     return nodeShape.outline.boundingRect().adjusted(-half, -half, half, half).united(captionRect());
 }
 
@@ -94,10 +95,11 @@ QPen cTQNode::nodePen() const {
 void cTQNode::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*) {
     if (runningInstances() != 0) {
         painter->setBrush(Qt::NoBrush);
-        painter->setPen(QPen(Qt::green, runningWidth));
+        painter->setPen(QPen(Qt::green, penWidth(runningWidth, *painter)));
         painter->drawPath(nodeShape.outline);
     }
     QPen pen = nodePen();
+    pen.setWidthF(penWidth(pen.widthF(), *painter));
     pen.setStyle(outlineStyle());
     painter->setPen(pen);
     painter->setBrush(fillColour);

@@ -15,8 +15,10 @@
 
 #include <QDropEvent>
 #include <QMimeData>
+#include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -458,6 +460,40 @@ private Q_SLOTS:
         QVERIFY(greenPixels() > 100);
         network->clearNetwork();
         QCOMPARE(greenPixels(), 0);
+    }
+
+    void linesNeverFadeOnASmallCanvas_data() {
+        QTest::addColumn<double>("scale");
+        QTest::addColumn<double>("width");  // on the screen, of a line that is 1 wide
+        QTest::newRow("smallest zoom") << 5.0 / 12.0 << 1.0;
+        QTest::newRow("full size") << 1.0 << 1.0;
+        QTest::newRow("twice as large") << 2.0 << 2.0;
+    }
+    void linesNeverFadeOnASmallCanvas() {
+        QFETCH(double, scale);
+        QFETCH(double, width);
+        joinSoilToLoad();
+        scene->clearSelection();
+        const auto blackDown = [&](const QRectF& strip) {
+            constexpr int light = 225;  // the fill and the background are lighter
+            QImage image((strip.size() * scale).toSize(), QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            painter.setRenderHint(QPainter::Antialiasing);
+            scene->render(&painter, image.rect(), strip);
+            double black = 0.0;
+            for (int y = 0; y < image.height(); ++y)
+                black += std::max(0, light - image.pixelColor(image.width() / 2, y).red()) / double{light};
+            return black;
+        };
+        const QRectF upperLineOfCheck(390, 368, 12, 24);
+        const QRectF middleOfLink(291, 188, 12, 24);
+
+        constexpr double shade = 0.2;  // what the smoothing of edges leaves open
+        QVERIFY(qAbs(blackDown(upperLineOfCheck) - width) < shade);
+        QVERIFY(qAbs(blackDown(middleOfLink) - width) < shade);
+        link->setHighlight(1);
+        QVERIFY(qAbs(blackDown(middleOfLink) - 3 * width) < shade);
     }
 
     void everyKindCanBeMade() {
