@@ -12,6 +12,7 @@
 #include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <algorithm>
 
 namespace {
@@ -138,10 +139,20 @@ QVariant cTQNode::itemChange(GraphicsItemChange change, const QVariant& value) {
 
 /// While the node is dragged, the view scrolls with it.
 void cTQNode::keepInSight() {
+    const QScopedValueRollback scrolling(isScrolling, true);
     ensureVisible(nodeShape.outline.boundingRect(), static_cast<int>(sightMargin), static_cast<int>(sightMargin));
+}
+
+/// A view that has scrolled tells the last move of the mouse anew, for the place that is under the mouse now. It would
+/// take the node further, and the view with it, to the end of the field.
+void cTQNode::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
+    if (!isScrolling) QGraphicsItem::mouseMoveEvent(event);
 }
 
 void cTQNode::mouseReleaseEvent(QGraphicsSceneMouseEvent* event) {
     QGraphicsItem::mouseReleaseEvent(event);
     comeToRest(pos());
+    // Nodes that are selected with this one were moved with it.
+    for (QGraphicsItem* item : scene()->selectedItems())
+        if (auto* node = dynamic_cast<cTQNode*>(item)) node->comeToRest(node->pos());
 }

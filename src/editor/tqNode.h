@@ -63,6 +63,7 @@ protected:
 
     void renamed(const std::string& oldName) override;
     QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
+    void mouseMoveEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseReleaseEvent(QGraphicsSceneMouseEvent* event) override;
 
 private:
@@ -73,5 +74,6 @@ private:
     const cNodeShape nodeShape;
     std::vector<tNodeCP*> points;  // child items, in the order of their numbers
     tNodeCP* hoverCP = nullptr;
+    bool isScrolling = false;  // the view follows the dragged node just now
     QColor fillColour{230, 230, 230};
 };

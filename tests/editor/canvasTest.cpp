@@ -16,6 +16,7 @@
 #include <QDropEvent>
 #include <QMimeData>
 #include <QPainter>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <algorithm>
@@ -64,6 +65,18 @@ private:
         QDropEvent event(place, Qt::CopyAction, &carried, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(view->viewport(), &event);
         return event.isAccepted();
+    }
+
+    /// How many pixels of a part of the scene have a colour, at full size and without smoothing.
+    int pixelsOf(const QColor& colour, const QRectF& part) {
+        QImage image(part.size().toSize(), QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        scene->render(&painter, image.rect(), part);
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) count += image.pixelColor(x, y) == colour;
+        return count;
     }
 
     std::unique_ptr<cTestHost> host;
@@ -268,6 +281,35 @@ private Q_SLOTS:
         QVERIFY(scene->sceneRect().contains(load->mapRectToScene(load->shape().boundingRect())));
     }
 
+    void nodesMovedTogetherRestOnTheGrid() {
+        soil->setSelected(true);
+        load->setSelected(true);
+        mouse->press({400, 200});
+        soil->setSelected(true);  // as with the key for several
+        mouse->moveTo({450, 230});
+        mouse->moveTo({413, 204});
+        mouse->release({413, 204});
+
+        QCOMPARE(load->pos(), QPointF(410, 200));
+        QCOMPARE(soil->pos(), QPointF(210, 200));
+    }
+
+    void draggedNodeStaysInSight() {
+        view->resize(600, 400);
+        view->centerOn(400, 300);
+        const int before = view->horizontalScrollBar()->value();
+        mouse->press({400, 200});
+        mouse->moveTo({500, 200});
+        QCOMPARE(view->horizontalScrollBar()->value(), before);
+        mouse->moveTo({690, 200});
+
+        QVERIFY(view->horizontalScrollBar()->value() > before);
+        QCOMPARE(load->pos(), QPointF(690, 200));  // it doesn't run away with the view
+        const QRectF seen = view->mapToScene(view->viewport()->rect()).boundingRect();
+        QVERIFY(seen.contains(load->mapRectToScene(load->shape().boundingRect())));
+        mouse->release({690, 200});
+    }
+
     void linkLeavesTheNamesOfItsNodesLegible() {
         const auto captionImage = [this](const cTQNode& node) {
             const QPolygon covered = view->mapFromScene(node.mapRectToScene(node.captionRect()));
@@ -444,6 +486,50 @@ private Q_SLOTS:
         network->simState = 1;
         QVERIFY(!drop(*icon));
         QCOMPARE(dropped.size(), 1);
+    }
+
+    void selectionIsBlueForNodesAndGreenForLinks() {
+        joinSoilToLoad();
+        scene->clearSelection();
+        const QRectF aroundSoil(175, 175, 40, 50);  // without the handle of the link
+        const QRectF aroundLink(250, 190, 50, 20);
+        const QColor fill(230, 230, 230);
+        QVERIFY(pixelsOf(fill, aroundSoil) > 1000);
+        const int black = pixelsOf(Qt::black, aroundSoil);
+        QVERIFY(black > 80);
+        QCOMPARE(pixelsOf(Qt::black, aroundLink), 50);
+
+        soil->setSelected(true);
+        link->setSelected(true);
+        QCOMPARE(pixelsOf(Qt::blue, aroundSoil), black);
+        QCOMPARE(pixelsOf(Qt::green, aroundLink), 50);
+
+        network->simState = 1;  // when only the steps of the run stand out, and selected links
+        QCOMPARE(pixelsOf(Qt::black, aroundSoil), black);
+        QCOMPARE(pixelsOf(Qt::green, aroundLink), 50);
+    }
+
+    void stepsOfARunAreThreeWideAndBlack() {
+        joinSoilToLoad();
+        network->simState = 1;
+        const QRectF upperLineOfCheck(380, 375, 20, 10);
+        const QRectF middleOfLink(250, 190, 20, 20);
+        check->setHighlight(1);
+        link->setHighlight(1);
+        QCOMPARE(pixelsOf(Qt::black, upperLineOfCheck), 3 * 20);
+        QCOMPARE(pixelsOf(Qt::black, middleOfLink), 3 * 20);
+
+        check->setHighlight(0);
+        QCOMPARE(pixelsOf(Qt::black, upperLineOfCheck), 20);
+    }
+
+    void fusionQueueIsDotted() {
+        const QRectF around(-22, -22, 44, 44);
+        const int whole = pixelsOf(Qt::black, around.translated(soil->pos()));
+        const int dotted = pixelsOf(Qt::black, around.translated(again->pos()));
+
+        QVERIFY(dotted > 0);
+        QVERIFY(dotted < 0.7 * whole);
     }
 
     void runningActivityIsOutlinedInGreen() {
