@@ -160,6 +160,26 @@ private Q_SLOTS:
         QCOMPARE(inserted.size(), 1);
     }
 
+    void droppedElementIsTheOneSelected() {
+        model->soil->setSelected(true);
+        model->load->setSelected(true);
+        window().createElementFromDrop("NormalAct", {200, 300});
+
+        const QList<QGraphicsItem*> selected = view().scene()->selectedItems();
+        QCOMPARE(selected.size(), 1);
+        QVERIFY(dynamic_cast<cTQNormal*>(selected.front()) != nullptr);
+    }
+
+    void queueDroppedLaterIsOfferedToFusionQueues() {
+        auto& again = model->drop<cTQFusionQueue>("FusionQueue", {200, 300}, "Again");
+        const auto* queues = again.panel()->findChild<QComboBox*>("queueBox");
+        QCOMPARE(queues->count(), 2);
+        window().createElementFromDrop("Queue", {300, 300});
+
+        QCOMPARE(queues->count(), 3);
+        QCOMPARE(queues->currentText(), QString::fromStdString(again.getQueueName()));
+    }
+
     void withoutADefaultTypeADroppedElementHasNone() {
         beginAnew();
         types().resetTypes();

@@ -88,6 +88,8 @@ private Q_SLOTS:
         QCOMPARE(find<QSlider>(window, "zoomSlider")->value(), 12);
         QCOMPARE(find<QSlider>(window, "textSizeSlider")->value(), 9);
         QCOMPARE(window.captionPointSize(), 9);
+        const double screen = QGuiApplication::primaryScreen()->logicalDotsPerInch() / 96.0;
+        QCOMPARE(find<QGraphicsView>(window, "canvas")->transform().m11(), 12 / 15.0 * screen * 1.25);
         find<QSlider>(window, "speedSlider")->setValue(10);
         find<QSlider>(window, "zoomSlider")->setValue(20);
         find<QSlider>(window, "textSizeSlider")->setValue(4);
@@ -135,40 +137,104 @@ private Q_SLOTS:
         QCOMPARE(find<QGraphicsView>(window, "canvas")->sceneRect(), QRectF(0, 0, 5000, 5000));
     }
 
+    void textSizeIsThatOfTheNames() {
+        cDrawnModel model;
+        auto* slider = find<QSlider>(model.window, "textSizeSlider");
+        slider->setValue(4);
+        const double small = model.load->captionRect().height();
+
+        slider->setValue(12);
+
+        QVERIFY(model.load->captionRect().height() > 2 * small);
+        QVERIFY(model.load->boundingRect().contains(model.load->captionRect()));
+    }
+
     void actionsAreAsTold_data() {
         QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("statusTip");
+        QTest::addColumn<QString>("image");
         QTest::addColumn<QKeySequence>("shortcut");
-        QTest::addColumn<bool>("hasIcon");
+        QTest::addColumn<QString>("statusTip");
         const QString stop = "S&top Simulation/ Operation";
-        const auto row = [](const char* name, const QString& text, const QString& tip, const QKeySequence& shortcut,
-                            bool hasIcon) { QTest::newRow(name) << text << tip << shortcut << hasIcon; };
-        row("newAction", "&New", "Create a new file", QKeySequence::New, true);
-        row("openAction", "&Open", "Open a new file", QKeySequence::Open, true);
-        row("saveAction", "&Save", "Save changes to this file", QKeySequence::Save, true);
-        row("saveAsAction", "&Save As", "Save changes to this file", QKeySequence::SaveAs, false);
-        row("exitAction", "E&xit", "Exit the application", QKeySequence("Ctrl+Q"), false);
-        row("functionListAction", "Variable and Function List", "", {}, false);
-        row("aboutAction", "A&bout", "", QKeySequence("Ctrl+B"), false);
-        row("runAction", "R&un Simulation/ Operation", "Run Simulation of Network", {}, true);
-        row("pauseAction", stop, "Stop Simulation of Network", {}, true);
-        row("stopAction", stop, "Stop Simulation of Network", {}, true);
-        row("resourcesAction", "&Resources", "Add and Edit Resources", {}, true);
-        row("globalCodeAction", "&Global Code", "Add and Edit Global Code", {}, true);
+        const auto row = [](const char* name, const QString& text, const QString& image, const QKeySequence& shortcut,
+                            const QString& tip) { QTest::newRow(name) << text << image << shortcut << tip; };
+        row("newAction", "&New", "new.png", QKeySequence::New, "Create a new file");
+        row("openAction", "&Open", "open.png", QKeySequence::Open, "Open a new file");
+        row("saveAction", "&Save", "save.png", QKeySequence::Save, "Save changes to this file");
+        row("saveAsAction", "&Save As", "", QKeySequence::SaveAs, "Save changes to this file");
+        row("exitAction", "E&xit", "", QKeySequence("Ctrl+Q"), "Exit the application");
+        row("functionListAction", "Variable and Function List", "", {}, "");
+        row("aboutAction", "A&bout", "", QKeySequence("Ctrl+B"), "");
+        row("runAction", "R&un Simulation/ Operation", "play.png", {}, "Run Simulation of Network");
+        row("pauseAction", stop, "pause.png", {}, "Stop Simulation of Network");
+        row("stopAction", stop, "stop.png", {}, "Stop Simulation of Network");
+        row("resourcesAction", "&Resources", "res.png", {}, "Add and Edit Resources");
+        row("globalCodeAction", "&Global Code", "code.png", {}, "Add and Edit Global Code");
     }
     void actionsAreAsTold() {
         Q_INIT_RESOURCE(images);
         QFETCH(QString, text);
-        QFETCH(QString, statusTip);
+        QFETCH(QString, image);
         QFETCH(QKeySequence, shortcut);
-        QFETCH(bool, hasIcon);
+        QFETCH(QString, statusTip);
         tsApp window;
         const auto* action = find<QAction>(window, QTest::currentDataTag());
 
         QCOMPARE(action->text(), text);
-        QCOMPARE(action->statusTip(), statusTip);
         QCOMPARE(action->shortcut(), shortcut);
-        QCOMPARE(!action->icon().pixmap(16).isNull(), hasIcon);
+        QCOMPARE(action->statusTip(), statusTip);
+        QCOMPARE(action->icon().isNull(), image.isEmpty());
+        QCOMPARE(action->icon().pixmap(16).toImage(), QIcon(":/tsApp/images/" + image).pixmap(16).toImage());
+    }
+
+    void actionsOpenTheirWindows_data() {
+        QTest::addColumn<QString>("title");
+        QTest::newRow("newAction") << "TIMBERSIM";  // the question of what becomes of the changes
+        QTest::newRow("openAction") << "TIMBERSIM";
+        QTest::newRow("saveAction") << "Save";
+        QTest::newRow("saveAsAction") << "Save";
+        QTest::newRow("exitAction") << "TIMBERSIM";
+        QTest::newRow("functionListAction") << "Variables and Functions in TIMBERSIM";
+        QTest::newRow("aboutAction") << "About TIMBERSIM";
+        QTest::newRow("resourcesAction") << "Resource Types";
+        QTest::newRow("globalCodeAction") << "Global Code";
+    }
+    void actionsOpenTheirWindows() {
+        QFETCH(QString, title);
+        tsApp window;
+        window.show();
+        window.createElementFromDrop("Queue", {200, 100});
+        QStringList opened;
+        QTimer watcher;
+        connect(&watcher, &QTimer::timeout, this, [&] {
+            QWidget* widget = QApplication::activeModalWidget();
+            if (widget == nullptr) return;
+            opened.append(widget->windowTitle());
+            widget->close();
+        });
+        watcher.start(0);
+
+        find<QAction>(window, QTest::currentDataTag())->trigger();
+
+        QTRY_COMPARE(opened, QStringList{title});
+        QVERIFY(window.isVisible());
+        QCOMPARE(window.elements.size(), std::size_t{1});
+    }
+
+    void exitClosesTheWindow() {
+        tsApp window;
+        window.show();
+        find<QAction>(window, "exitAction")->trigger();
+
+        QVERIFY(!window.isVisible());
+    }
+
+    void openingTheTypesMarksTheDocument() {
+        tsApp window;
+        QVERIFY(!window.isModified());
+        find<QAction>(window, "resourcesAction")->trigger();
+
+        QVERIFY(window.isModified());
+        QVERIFY(find<QDialog>(window, "resourceTypeDialog")->isModal());
     }
 
     void menusAndToolbarsStandInTheirOrder() {
