@@ -11,6 +11,7 @@
 #include <QFontMetricsF>
 #include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
+#include <QGraphicsView>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <algorithm>
@@ -25,6 +26,16 @@ constexpr double sightMargin = 10.0;
 
 // The family is no font's name, so the system's own choice stands in for it.
 QFont captionFont() { return QFont(QStringLiteral("Ariel"), cEditorHost::current().captionPointSize()); }
+
+bool isInside(QPoint screenPosition, const QWidget* widget) {
+    return widget == nullptr || widget->rect().contains(widget->mapFromGlobal(screenPosition));
+}
+
+/// The place in the scene that a view shows in its upper left corner.
+QPointF cornerOf(const QWidget* viewport) {
+    const auto* view = viewport == nullptr ? nullptr : qobject_cast<const QGraphicsView*>(viewport->parentWidget());
+    return view == nullptr ? QPointF() : view->mapToScene(0, 0);
+}
 
 }  // namespace
 
@@ -139,14 +150,27 @@ QVariant cTQNode::itemChange(GraphicsItemChange change, const QVariant& value) {
 
 /// While the node is dragged, the view scrolls with it.
 void cTQNode::keepInSight() {
-    const QScopedValueRollback scrolling(isScrolling, true);
     ensureVisible(nodeShape.outline.boundingRect(), static_cast<int>(sightMargin), static_cast<int>(sightMargin));
 }
 
+void cTQNode::mousePressEvent(QGraphicsSceneMouseEvent* event) {
+    scrolled = {};
+    QGraphicsItem::mousePressEvent(event);
+}
+
 /// A view that has scrolled tells the last move of the mouse anew, for the place that is under the mouse now. It would
-/// take the node further, and the view with it, to the end of the field.
+/// take the node further, and the view with it, to the end of the field. And a mouse outside the view, as on a node
+/// that the panel has just covered, would do so with each of its moves: there its own way counts, and not the view's.
 void cTQNode::mouseMoveEvent(QGraphicsSceneMouseEvent* event) {
-    if (!isScrolling) QGraphicsItem::mouseMoveEvent(event);
+    if (isMoving) return;
+
+    const QScopedValueRollback moving(isMoving, true);
+    const QPointF place = event->scenePos();
+    const QPointF corner = cornerOf(event->widget());
+    event->setScenePos(place - scrolled);
+    QGraphicsItem::mouseMoveEvent(event);
+    event->setScenePos(place);
+    if (!isInside(event->screenPos(), event->widget())) scrolled += cornerOf(event->widget()) - corner;
 }
 
 void cTQNode::mouseReleaseEvent(QGraphicsSceneMouseEvent* event) {

@@ -63,6 +63,7 @@ protected:
 
     void renamed(const std::string& oldName) override;
     QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
+    void mousePressEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseMoveEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseReleaseEvent(QGraphicsSceneMouseEvent* event) override;
 
@@ -74,6 +75,7 @@ private:
     const cNodeShape nodeShape;
     std::vector<tNodeCP*> points;  // child items, in the order of their numbers
     tNodeCP* hoverCP = nullptr;
-    bool isScrolling = false;  // the view follows the dragged node just now
+    bool isMoving = false;  // in the mouse's hand, just now
+    QPointF scrolled;       // how far the view has followed the node while the mouse was outside
     QColor fillColour{230, 230, 230};
 };

@@ -106,6 +106,37 @@ private Q_SLOTS:
         QVERIFY(find<QWidget>("queuePanel")->isVisibleTo(&window()));
     }
 
+    void clickWithAnUnsteadyHandLeavesANodeInItsPlaceAboveThePanel() {
+        window().resize(1000, 800);
+        window().show();
+        QWidget& viewport = *view().viewport();
+        const auto closePanel = [this] {
+            for (auto* button : window().findChildren<QPushButton*>("cancelButton"))
+                if (button->isVisible()) button->click();
+            QCoreApplication::sendPostedEvents();
+        };
+        closePanel();
+        const QPoint low(400, viewport.height() - 30);
+        auto& queue = model->drop<cTQQueue>("Queue", low, "Low");
+        closePanel();
+        const QPointF place = queue.pos();
+        const auto send = [&viewport](QEvent::Type type, QPoint at, Qt::MouseButton button, Qt::MouseButtons buttons) {
+            QMouseEvent event(type, at, viewport.mapToGlobal(at), button, buttons, Qt::NoModifier);
+            QApplication::sendEvent(&viewport, &event);
+            QCoreApplication::sendPostedEvents();
+        };
+        const QPoint hand = view().mapFromScene(place);
+
+        send(QEvent::MouseButtonPress, hand, Qt::LeftButton, Qt::LeftButton);
+        QVERIFY(hand.y() > viewport.height());  // the panel has taken the lower part of the canvas
+        for (const int shake : {1, 0, 1, 2})
+            send(QEvent::MouseMove, hand + QPoint(shake, 0), Qt::NoButton, Qt::LeftButton);
+        send(QEvent::MouseButtonRelease, hand + QPoint(2, 0), Qt::LeftButton, Qt::NoButton);
+
+        QCOMPARE(queue.pos(), place);
+        QVERIFY(viewport.rect().contains(view().mapFromScene(place)));
+    }
+
     void cancelHidesThePanelAndTheNextSelectionShowsTheEnginesTexts() {
         window().elemSelected(model->load);
         auto* panel = find<QDialog>("combiPanel");
