@@ -2,10 +2,13 @@
 #include "app/tsApp.h"
 #include "support/messageBox.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QIcon>
 #include <QImageReader>
 #include <QPalette>
+#include <QScopeGuard>
 #include <QStatusBar>
 #include <QStyle>
 #include <QTemporaryDir>
@@ -70,23 +73,31 @@ private Q_SLOTS:
 
     void onlyTheFirstArgumentCounts_data() {
         QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("loads");
-        QTest::newRow("none") << QStringList{"timbersim"} << 0;
-        QTest::newRow("a file") << QStringList{"timbersim", "/nowhere/a"} << 1;
-        QTest::newRow("two files") << QStringList{"timbersim", "/nowhere/a", "/nowhere/b"} << 1;
-        QTest::newRow("--from-python first") << QStringList{"timbersim", "--from-python", "/nowhere/a"} << 0;
-        QTest::newRow("--from-python second") << QStringList{"timbersim", "/nowhere/a", "--from-python"} << 1;
-        QTest::newRow("no exact match") << QStringList{"timbersim", "--from-Python"} << 1;
+        QTest::addColumn<QString>("opened");  // below the folder of the test
+        QTest::newRow("none") << QStringList{} << "";
+        QTest::newRow("a file") << QStringList{"a.tbsmx"} << "a.tbsmx";
+        QTest::newRow("two files") << QStringList{"a.tbsmx", "b.tbsmx"} << "a.tbsmx";
+        QTest::newRow("--from-python first") << QStringList{"--from-python", "a.tbsmx"} << "";
+        QTest::newRow("--from-python second") << QStringList{"a.tbsmx", "--from-python"} << "a.tbsmx";
+        QTest::newRow("no exact match") << QStringList{"--from-Python"} << "--from-Python";
     }
     void onlyTheFirstArgumentCounts() {
         QFETCH(QStringList, arguments);
-        QFETCH(int, loads);
+        QFETCH(QString, opened);
+        for (const char* name : {"a.tbsmx", "b.tbsmx", "--from-Python"}) {
+            QFile file(home.filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("GENTYPE Default;\n");
+        }
+        const QString before = QDir::currentPath();
+        const auto back = qScopeGuard([&] { QDir::setCurrent(before); });
+        QVERIFY(QDir::setCurrent(home.path()));
         tsApp window;
 
-        const QStringList told = boxesDuring([&] { openFirstArgument(window, arguments); });
+        const QStringList told = boxesDuring([&] { openFirstArgument(window, QStringList{"timbersim"} + arguments); });
 
-        QCOMPARE(told.size(), loads);
-        if (loads == 1) QVERIFY2(told.front().contains(arguments.at(1)), qPrintable(told.front()));
+        QCOMPARE(told, QStringList());
+        QCOMPARE(QFileInfo(window.getCurrentFile()).fileName(), opened);
     }
 
     void imagesAreInTheProgram_data() {
