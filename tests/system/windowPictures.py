@@ -1,17 +1,20 @@
 """Takes the pictures of the documentation: TIMBERSIM=PROGRAM python3 windowPictures.py FOLDER
 
-Draws a model of earthmoving by hand, opens each panel, runs the model and holds it, and shows its results. Some of the
-pictures stand in docs/images; look at each before you commit it.
+Draws a model of earthmoving by hand, opens each panel, runs the model and holds it, and shows its results; then opens
+each of the examples. Some of the pictures stand in docs/images; look at each before you commit it.
 """
 
 import pathlib
 import sys
 import unittest
 
+from goldenRuns import SOURCE
+from windowDisplay import HEIGHT, WIDTH, is_dark
 from windowProgram import ASIDE, ICONS, PAUSED, RUNNING, WindowCase
 
 FOLDER = pathlib.Path(sys.argv.pop() if len(sys.argv) > 1 else ".")
 END = "SIMULATECONDITION SimTime>=480;"
+MARGIN = 24  # around what is drawn
 
 # Each: the icon, its place, what stands in the lines of its panel, and the type of resource.
 NODES = [
@@ -39,14 +42,16 @@ LINKS = [
 ]
 
 
-class Pictures(WindowCase):
-    zoom = 18
-    delay = 200
-    spare = (250, 440)
-
+class PictureCase(WindowCase):
     def take(self, name, *region):
         self.move(ASIDE)
         (FOLDER / f"{name}.png").write_bytes(self.screen.png(*region))
+
+
+class Pictures(PictureCase):
+    zoom = 18
+    delay = 200
+    spare = (250, 440)
 
     def add_types(self, *names):
         self.button("resources")
@@ -117,6 +122,29 @@ class Pictures(WindowCase):
         for place, kind in enumerate(ICONS):
             self.drop(kind, 100 + 150 * (place % 5), 80 + 150 * (place // 5))
             self.take(f"panel{kind}")
+
+
+class ExamplePictures(PictureCase):
+    def open(self, path):
+        self.key("ctrl+o")
+        self.wait_for_title("Open TIMBERSIM Model")
+        self.type(str(path))
+        self.key("Return")
+        self.wait_for_title(f"{path.name} - TIMBERSIM")
+        for _ in range(2):
+            self.tick("time")  # what is shown after the model shows that the model is
+
+    def drawn(self):
+        """Left, top, width and height of what is drawn on the canvas, with a margin."""
+        inside = [(x, y) for x in range(150, WIDTH - 40) for y in range(self.stencil_top - 20, HEIGHT - 90)]
+        columns, rows = zip(*(place for place in inside if is_dark(self.screen.pixel(*place))))
+        left, top = min(columns) - MARGIN, min(rows) - MARGIN
+        return left, top, max(columns) + MARGIN - left, max(rows) + MARGIN - top
+
+    def testExamples(self):
+        for path in sorted((SOURCE / "examples").glob("*.tbsmx")):
+            self.open(path)
+            self.take(path.stem, *self.drawn())
 
 
 if __name__ == "__main__":
