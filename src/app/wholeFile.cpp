@@ -13,8 +13,9 @@
 
 namespace {
 
+/// Those that stand in the file. What the present user may do isn't among them: root may write to any file.
 constexpr QFileDevice::Permissions writable =
-    QFileDevice::WriteOwner | QFileDevice::WriteUser | QFileDevice::WriteGroup | QFileDevice::WriteOther;
+    QFileDevice::WriteOwner | QFileDevice::WriteGroup | QFileDevice::WriteOther;
 
 /// The context of the texts below for translations.
 struct cWholeFile {
@@ -37,11 +38,21 @@ QString objection(const QFileInfo& old) {
     return {};
 }
 
+/// A write that comes to the end of the disk takes what there is room for. Why it ends there is told by the next one.
+bool writeAll(QFile& file, const QByteArray& text) {
+    for (qint64 done = 0; done < text.size();) {
+        const qint64 taken = file.write(text.constData() + done, text.size() - done);
+        if (taken <= 0) return false;
+        done += taken;
+    }
+    return true;
+}
+
 /// Writes all of a new file, down to the disk. @return what went wrong.
 QString writeWhole(QFile& file, const QByteArray& text, const QFileInfo& old) {
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) return file.errorString();
     if (old.exists()) file.setPermissions(old.permissions());
-    if (file.write(text) != text.size()) return file.errorString();
+    if (!writeAll(file, text)) return file.errorString();
     if (fsync(file.handle()) != 0) return systemError();
     file.close();
     return file.error() == QFileDevice::NoError ? QString() : file.errorString();
@@ -58,8 +69,9 @@ void syncFolder(const QString& folder) {
 }  // namespace
 
 QString readWholeFile(const QString& path, QByteArray& text) {
+    const QFileInfo present(path);
+    if (present.exists() && !present.isFile()) return notPlain();
     QFile file(path);
-    if (file.exists() && !QFileInfo(path).isFile()) return notPlain();
     if (!file.open(QIODevice::ReadOnly)) return file.errorString();
     text = file.readAll();
     return file.error() == QFileDevice::NoError ? QString() : file.errorString();
