@@ -161,11 +161,13 @@ class KilledSaveTest(SavingCase):
             process.wait()
             self.assertEqual(self.said(), "")
             self.assertEqual({path.name for path in self.work.iterdir()} - {"m.tbsmx", "m.tbsmx.new"}, set())
-            found.append([OLD, NEW].index(self.target.read_text(encoding="ascii")))
+            text = self.target.read_text(encoding="ascii")
+            self.assertTrue(text in (OLD, NEW), "the file is neither")
+            found.append(text)
             halfSaved += (self.work / "m.tbsmx.new").exists()
             self.finish(process)
 
-        self.assertEqual(set(found), {0, 1})
+        self.assertTrue(set(found) == {OLD, NEW})
         self.assertGreater(halfSaved, 0, "no kill came in the middle of a save")
 
 
