@@ -6,8 +6,9 @@
 #include <iostream>
 #include <string>
 
-/// saveOnRequest TARGET: opens the model TARGET, if there is one. Then, for each line of standard input, opens the model
-/// of that name and saves it as TARGET. Says "ready" once, "opened" before each save, and behind it "saved" or what the user is told.
+/// saveOnRequest TARGET: opens the model TARGET, if there is one. Then, for each line of standard input, opens the
+/// model of that name and saves it as TARGET. Says "ready" once, "opened" before each save, and behind it "saved" or
+/// what the user is told.
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     if (argc != 2) return 2;

@@ -4,6 +4,7 @@ Nothing here waits for a length of time: each step waits until what it brings ab
 doesn't come. Places are read off the screen too, so that another font moves them without a test noticing.
 """
 
+import ctypes
 import os
 import pathlib
 import re
@@ -51,6 +52,18 @@ CANCEL_BUTTON = (WIDTH - 60, HEIGHT - 68)
 TOOL_FIELDS = ["clockAdvance", "nextEvent", "time", "timeEdit", "simTimeEdit", "animate"]
 
 
+# Rights of root, and the call that takes one away from a process and its children: PR_CAPBSET_DROP.
+IGNORE_PERMISSIONS = [1, 2]  # CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH
+DROP_RIGHT = 24
+
+
+def become_plain_program():
+    """In a child: it ends with the test, and permissions of files hold for it even where root runs the tests."""
+    end_with_parent()
+    for right in IGNORE_PERMISSIONS:
+        ctypes.CDLL(None).prctl(DROP_RIGHT, right)  # fails for a user who has none of them
+
+
 class WindowCase(unittest.TestCase):
     """Starts the program with settings and temporary files of the test's own."""
 
@@ -58,6 +71,7 @@ class WindowCase(unittest.TestCase):
     delay = 10  # milliseconds of an animated step
     zoom = PLAIN_ZOOM
     spare = (700, 300)  # where links are dropped, before their handles are taken elsewhere
+    says = ""  # on its standard streams, where it has no business as a rule
 
     @classmethod
     def setUpClass(cls):
@@ -66,6 +80,11 @@ class WindowCase(unittest.TestCase):
         cls.screen = cls.display.screen
 
     def setUp(self):
+        self.make_folder()
+        self.launch()
+        self.find_places()
+
+    def make_folder(self):
         scratch = tempfile.TemporaryDirectory()
         self.addCleanup(scratch.cleanup)
         self.folder = pathlib.Path(scratch.name)
@@ -73,18 +92,21 @@ class WindowCase(unittest.TestCase):
             (self.folder / name).mkdir(parents=True)
         self.settings = self.folder / "settings/timbersim/demosettings.ini"
         self.settings.write_text(SETTINGS.format(delay=self.delay, zoom=self.zoom), encoding="ascii")
+        self.addCleanup(lambda: self.display.do("mouseup", LEFT_BUTTON))
+
+    def launch(self, *arguments, title="Untitled - TIMBERSIM", wrapper=()):
+        """Starts the program, once more too, and waits for what it shows first."""
         environment = dict(self.display.environment, XDG_CONFIG_HOME=str(self.folder / "settings"),
                            TMPDIR=str(self.folder / "tmp"))
         with open(self.folder / "said", "wb") as said:
-            self.process = subprocess.Popen([PROGRAM], cwd=self.folder / "work", env=environment, stdout=said,
-                                            stderr=said, stdin=subprocess.DEVNULL, preexec_fn=end_with_parent)
+            self.process = subprocess.Popen([*wrapper, PROGRAM, *map(str, arguments)], cwd=self.folder / "work",
+                                            env=environment, stdout=said, stderr=said, stdin=subprocess.DEVNULL,
+                                            preexec_fn=become_plain_program)
         self.addCleanup(finish, self.process)
-        self.addCleanup(lambda: self.display.do("mouseup", LEFT_BUTTON))
-        self.wait_for_title("Untitled - TIMBERSIM")
-        self.find_places()
+        self.wait_for_title(title)
 
     def tearDown(self):
-        self.assertEqual((self.folder / "said").read_text(encoding="utf-8"), "", "the program says nothing there")
+        self.assertEqual((self.folder / "said").read_text(encoding="utf-8"), self.says)
 
     # ---- conditions
 
@@ -100,8 +122,12 @@ class WindowCase(unittest.TestCase):
         """The number of the window, once it has the keyboard."""
         def active():
             number = self.windows().get(title)
-            return number and self.display.ask("xdotool", "getactivewindow").strip() == number and number
+            return number and self.active_window() == number and number
         return self.until(active, f"a window {title!r}")
+
+    def active_window(self):
+        """The number of the window that has the keyboard."""
+        return self.display.ask("xdotool", "getactivewindow").strip()
 
     def wait_for_no_title(self, title):
         self.until(lambda: title not in self.windows(), f"the end of window {title!r}")
@@ -342,3 +368,19 @@ class WindowCase(unittest.TestCase):
             self.key("ctrl+a")
             texts.append([row.split("\t") for row in self.copied().split("\n")])
         return texts
+
+    def save_results(self, title, path):
+        """Saves what the results of that title show."""
+        left, top, _, _ = self.geometry(self.wait_for_title(title))
+        self.click(left + 100, top + 22)
+        self.choose_file("Save Results File", path)
+        self.until(path.exists, f"the file {path}")
+
+    # ---- files
+
+    def choose_file(self, title, path):
+        """Types a path into a dialog for files."""
+        self.wait_for_title(title)
+        self.type(str(path))
+        self.key("Return")
+        self.wait_for_no_title(title)

@@ -116,7 +116,7 @@ class FiniteRunTest(WindowCase):
     def testSavedResultsAreThoseOnTheScreen(self):
         path = self.folder / "work/results.csv"
         self.start()
-        self.save(RESULTS, path)
+        self.save_results(RESULTS, path)
 
         self.assertEqual(path.read_text(encoding="utf-8"),
                          "Simulation has ended. \nSimTime = 7\n"
@@ -130,23 +130,13 @@ class FiniteRunTest(WindowCase):
         self.key("Escape")
         self.wait_for_title("Untitled* - TIMBERSIM")
         self.start()
-        self.save("Multiple Simulation Results", path)
+        self.save_results("Multiple Simulation Results", path)
 
         header, *further = path.read_text(encoding="utf-8").splitlines()
         figures = "7.000000,3.000000,3.000000,"  # the time, then the counts of Dumped
         self.assertTrue(header.startswith("Num,SimTime,Dumped.CurCount,Dumped.TotCount,"), header)
         self.assertIn(f"1,{figures}", header)  # the first line goes on behind the header
         self.assertEqual([line[:len(figures) + 2] for line in further], [f"2,{figures}", f"3,{figures}"])
-
-    def save(self, title, path):
-        number = self.wait_for_title(title)
-        left, top, _, _ = self.geometry(number)
-        self.click(left + 100, top + 22)
-        self.wait_for_title("Save Results File")
-        self.type(str(path))
-        self.key("Return")
-        self.wait_for_no_title("Save Results File")
-        self.until(path.exists, f"the file {path}")
 
 
 class EndlessRunTest(WindowCase):
