@@ -80,8 +80,9 @@ class Display:
         with os.fdopen(reader) as numbers:
             self.environment["DISPLAY"] = ":" + numbers.readline().strip()
         self.screen = Screen(self.folder / "Xvfb_screen0")
-        self.start("openbox", "--sm-disable")
-        until(lambda: self.ask("xprop", "-root", "_NET_SUPPORTING_WM_CHECK").find("window id") > 0, "openbox", self)
+        # It runs the command once it takes care of windows: one that is shown sooner can be missed.
+        self.start("openbox", "--sm-disable", "--startup", "xprop -root -format READY 8s -set READY yes")
+        until(lambda: "yes" in self.ask("xprop", "-root", "READY"), "openbox", self)
 
     def start(self, *command, **options):
         process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
