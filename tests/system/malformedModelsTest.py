@@ -21,6 +21,7 @@ FILES = {
     "cutInCode": (EXIT_DONE, [21]),
     "cutBehindCodeMark": (EXIT_DONE, [21]),
     "tooFewWords": (EXIT_FILE_TROUBLE, [*range(1, 41)]),
+    "nodesWithoutType": (EXIT_MODEL_FAILED, [*range(1, 6)]),
     # bytes that aren't the text of a model
     "binary": (EXIT_FILE_TROUBLE, []),
     "utf16": (EXIT_FILE_TROUBLE, []),
