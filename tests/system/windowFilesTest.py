@@ -5,7 +5,7 @@ import subprocess
 import unittest
 
 from windowDisplay import is_blue
-from windowProgram import EDITING, WindowCase
+from windowProgram import EDITING, PAUSED, RUNNING, WindowCase
 
 BATCH_PROGRAM = os.environ["TIMBERSIM_RUN"]
 
@@ -69,6 +69,31 @@ class DrawnFileTest(WindowCase):
 
         self.assertIn("\nDURATION Load 7;\n", text)
         self.assertEqual(path.read_text(encoding="utf-8"), text.replace("DURATION Load 7;", "DURATION Load 8;"))
+
+
+class RunningModelTest(WindowCase):
+    def testFileSavedDuringARunIsTheSame(self):
+        path = self.folder / "work/endless.tbsmx"
+        self.draw_endless()
+        self.key("ctrl+s")
+        self.choose_file("Save", path)
+        self.wait_for_title("endless.tbsmx - TIMBERSIM")
+        text = path.read_bytes()
+        path.unlink()
+
+        self.button("run")
+        self.wait_for_state(RUNNING)
+        self.key("ctrl+s")
+        self.until(path.exists, "the file")
+        self.assertEqual(path.read_bytes(), text)
+
+        self.button("pause")
+        self.wait_for_state(PAUSED)
+        path.unlink()
+        self.key("ctrl+s")
+        self.until(path.exists, "the file")
+        self.assertEqual(path.read_bytes(), text)
+        self.wait_for_state(PAUSED)
 
 
 class TitleTest(WindowCase):
