@@ -9,6 +9,7 @@
 #include "model/modelWriter.h"
 
 #include <QByteArray>
+#include <QLabel>
 #include <QMessageBox>
 #include <QScopedValueRollback>
 #include <iostream>
@@ -66,8 +67,9 @@ void tsApp::showRemarks(const QString& text, const QStringList& remarks) {
     for (const QString& remark : remarks) std::cerr << "timbersim: " << remark.toStdString() << '\n';
     auto* box = new QMessageBox(QMessageBox::Information, tr("Information."), text, QMessageBox::Ok, this);
     box->setObjectName(QStringLiteral("remarkBox"));
-    box->setTextFormat(Qt::PlainText);
     box->setInformativeText(remarks.mid(0, mostRemarks).join(QLatin1Char('\n')));
+    // Names out of a file are no markup. The box itself passes this on to the first of its texts only.
+    for (QLabel* label : box->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
     if (remarks.size() > mostRemarks) box->setDetailedText(remarks.join(QLatin1Char('\n')));
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setModal(false);

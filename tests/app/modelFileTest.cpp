@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QStatusBar>
 #include <QTemporaryDir>
@@ -423,6 +424,19 @@ private Q_SLOTS:
         window.removeElement(window.elements.begin()->second.get());
         QVERIFY(window.elements.empty());
         QVERIFY(window.combis.empty());
+    }
+
+    void markupInAFileIsShownAsItStands() {
+        tsApp window;
+        load(window, "DURATION <b>C</b> 5;\n");
+
+        const auto* box = window.findChild<QMessageBox*>(QStringLiteral("remarkBox"));
+        int plainTexts = 0;
+        for (const QLabel* label : box->findChildren<QLabel*>()) {
+            if (!label->text().isEmpty()) QCOMPARE(label->textFormat(), Qt::PlainText);
+            plainTexts += label->text().contains("<b>C</b>") ? 1 : 0;
+        }
+        QCOMPARE(plainTexts, 1);
     }
 
     // ---- the commands
