@@ -73,19 +73,13 @@ cResType* firstTypeOf(const cKind& kind) {
     return kind.firstType == eFirstType::usual ? cNetwork::current().findResourceType("Default") : nullptr;
 }
 
-/// Some kinds stay without a name when their default one is taken or too long, and the model needs one.
-void ensureName(cNetworkElement& element) {
-    for (int number = cNetworkElement::getElementCounter(); element.getName().empty(); ++number)
-        element.setName("Element" + std::to_string(number % 100000000));
-}
-
 }  // namespace
 
 cElementPtr makeElement(const QString& kind) {
     for (const cKind& row : kinds) {
         if (kind != QLatin1String(row.word)) continue;
         cElementPtr element = row.make(firstTypeOf(row));
-        if (element != nullptr) ensureName(*element);
+        if (element != nullptr) element->ensureName();
         return element;
     }
     return nullptr;
@@ -95,7 +89,7 @@ cElementPtr makeSavedNode(const std::string& keyword, cResType* type) {
     for (const cKind& row : kinds) {
         if (row.keyword.empty() || keyword != row.keyword) continue;
         cElementPtr node = row.make(type);
-        ensureName(*node);
+        node->ensureName();
         return node;
     }
     return nullptr;
@@ -103,7 +97,7 @@ cElementPtr makeSavedNode(const std::string& keyword, cResType* type) {
 
 cElementPtr makeSavedFusionQueue(const std::string& name, const std::string& queueName) {
     auto fusion = std::make_shared<cTQFusionQueue>(name, queueName);
-    ensureName(*fusion);
+    fusion->ensureName();
     return fusion;
 }
 

@@ -33,6 +33,12 @@ bool cNetworkElement::setName(const std::string& newName) {
     return true;
 }
 
+void cNetworkElement::ensureName() {
+    constexpr std::int32_t numberRange = 100000000;  // what has room behind the word
+    for (std::int32_t number = elementCounter; elementName.empty(); ++number)
+        setName("Element" + std::to_string(number % numberRange));
+}
+
 double cNetworkElement::getAttribute(const std::string&) { throw cException{failureCode::noKeywords, {}, {}, {}}; }
 
 void cNetworkElement::takeDefaultName(const std::string& prefix) {

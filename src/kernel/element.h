@@ -23,6 +23,9 @@ public:
     /// at most 15 letters, digits and underscores and begins with a letter.
     /// @return false, with the name as it was, if `newName` isn't such a name or another entry of the map has it.
     virtual bool setName(const std::string& newName);
+    /// Gives an element that has no name one that no other has. Some kinds are without one if their default name is
+    /// taken or too long, and so is whatever was given a name that it couldn't take.
+    void ensureName();
 
     /// The element's kind word, as in model files; empty if it has none.
     virtual std::string getKind() const { return {}; }

@@ -240,6 +240,7 @@ void cReader::forgetFailures(const std::string& name) {
 /// Enters an element under the name of its statement, also when it could not take that name.
 void cReader::enter(const std::shared_ptr<cNetworkElement>& element) {
     const std::string& name = statement.word(1);
+    element->ensureName();  // not sooner: nodes know a link by the name that it had when it was attached
     if (!element->setName(name))
         warn("the name " + quoted(name) + " is taken or not a name; the element is called " +
              quoted(element->getName()));

@@ -426,6 +426,20 @@ private Q_SLOTS:
         QVERIFY(window.combis.empty());
     }
 
+    void aLinkThatCannotTakeItsNameGetsOneAndComesBack() {
+        tsApp window;
+        load(window,
+             "GENTYPE D;\nQUEUE Q D;\nQUEUE R D;\nCOMBI C;\nCOMBI E;\nDRAWLINK FarTooLongForAName Q C;\n"
+             "DRAWLINK L Q C;\nDRAWLINK L R E;\nDRAWAMT FarTooLongForAName 7;\n");
+        const QStringList links{"DRAWLINK Element5 Q C;", "DRAWLINK Element7 R E;"};
+        QCOMPARE(lines(window, "DRAWLINK"), links);
+        QVERIFY(lines(window, "DRAWAMT").contains("DRAWAMT Element5 7;"));
+
+        load(window, saved(window));
+        QCOMPARE(lines(window, "DRAWLINK"), links);
+        QVERIFY(lines(window, "DRAWAMT").contains("DRAWAMT Element5 7;"));
+    }
+
     void markupInAFileIsShownAsItStands() {
         tsApp window;
         load(window, "DURATION <b>C</b> 5;\n");

@@ -193,10 +193,11 @@ TEST_F(cModelReaderLinksTest, aSecondLinkOfANameTakesThePlaceOfTheFirst) {
     const cModelReading reading = readBehindNodes({"DRAWLINK L1 Q1 C1;", "DRAWLINK L1 Q2 C2;"});
 
     EXPECT_EQ(link("L1").getPredNode(), &queue("Q2"));
-    EXPECT_EQ(link("L1").getName(), "");  // the first had the name while this one asked
+    EXPECT_EQ(link("L1").getName(), "Element12");  // the first had the name while this one asked
     EXPECT_TRUE(queue("Q1").getOutLinks().empty());
     EXPECT_TRUE(combi("C1").getInLinks().empty());
-    EXPECT_EQ(warningTexts(reading), cTexts{"14: the name \"L1\" is taken or not a name; the element is called \"\""});
+    EXPECT_EQ(warningTexts(reading),
+              cTexts{"14: the name \"L1\" is taken or not a name; the element is called \"Element12\""});
 }
 
 // ---- fusion queues
