@@ -11,6 +11,7 @@
 
 #include <array>
 #include <charconv>
+#include <set>
 
 namespace {
 
@@ -72,6 +73,7 @@ public:
 private:
     void writeTypes();
     void writeElements();
+    void tellSharedNames();
     std::string plainElement(const cNetworkElement& element);
     std::string linkElement(const cLink& link);
     void writeNodeProperties();
@@ -143,13 +145,17 @@ void cWriter::writeTypes() {
                                        " can be read, but not written.");
             continue;
         }
-        tell(type.kind + ' ' + type.name + ";\n");
+        const std::string statement = type.kind + ' ' + type.name + ";\n";
+        if (cModelStatement(statement).word(1) != type.name)
+            writing.warnings.push_back("The name of the resource type " + type.name + " will end at its first ;");
+        tell(statement);
         if (isCompound && !type.saveProps.empty())
             tell(std::string(savePropsWord) + ' ' + type.name + ' ' + type.saveProps + ";\n");
     }
 }
 
 void cWriter::writeElements() {
+    tellSharedNames();
     const auto isFusion = [](const cNetworkElement& element) { return element.getKind() == fusionQueueWord; };
     forEachNode([&](const cNetworkElement& element) {
         if (!isFusion(element)) tell(plainElement(element));
@@ -162,6 +168,16 @@ void cWriter::writeElements() {
     writing.text += '\n';
     forEachCompleteLink([&](const cLink& link) { tell(linkElement(link)); });
     writing.text += '\n';
+}
+
+/// An element that a file couldn't give its name has one that a later element of the file could take.
+void cWriter::tellSharedNames() {
+    std::set<std::string> names;
+    network.forEachElement([&](const cNetworkElement& element) {
+        if (!names.insert(element.getName()).second)
+            writing.warnings.push_back("Several elements are called " + element.getName() +
+                                       "; only the last will be read.");
+    });
 }
 
 std::string cWriter::plainElement(const cNetworkElement& element) {

@@ -285,6 +285,20 @@ TEST_F(cModelWriterTest, tellsOfNamesThatMakeAStatementAnother) {
     EXPECT_NE(writing.warnings[3].find("\"SEMAPHORE SAVEPROPS1 1;\""), std::string::npos);
 }
 
+TEST_F(cModelWriterTest, tellsOfATypeWhoseNameIsCutShort) {
+    model.addResourceType("Oak;Ash", "GENTYPE");
+
+    EXPECT_EQ(writeModel(model).warnings, (cTexts{"The name of the resource type Oak;Ash will end at its first ;"}));
+}
+
+/// An element that can't take its name keeps the one it was made with, which another one may then be given.
+TEST_F(cModelWriterTest, tellsOfElementsThatShareAName) {
+    read("COMBI 1st;\nCOMBI Combi1;\n");
+    EXPECT_EQ(lines("COMBI"), (cTexts{"COMBI Combi1;", "COMBI Combi1;"}));
+
+    EXPECT_EQ(writeModel(model).warnings, (cTexts{"Several elements are called Combi1; only the last will be read."}));
+}
+
 TEST_F(cModelWriterTest, tellsOfCodeThatEndsEarly) {
     model.code = "PRINT \"<CODE>\";";
 
