@@ -34,8 +34,8 @@ bool cNetworkElement::setName(const std::string& newName) {
 }
 
 void cNetworkElement::ensureName() {
-    constexpr std::int32_t numberRange = 100000000;  // what has room behind the word
-    for (std::int32_t number = elementCounter; elementName.empty(); ++number)
+    constexpr std::int64_t numberRange = 100000000;  // what has room behind the word
+    for (std::int64_t number = elementCounter; elementName.empty(); ++number)
         setName("Element" + std::to_string(number % numberRange));
 }
 

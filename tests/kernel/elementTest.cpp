@@ -178,6 +178,36 @@ TEST_F(cElementTest, aDefaultNameTriesOnUntilANumberIsFree) {
     EXPECT_EQ(cNetworkElement::getElementCounter(), 5);
 }
 
+TEST_F(cElementTest, anElementWithoutANameIsGivenAFreeOne) {
+    cPlainElement element;
+    const std::int32_t number = cNetworkElement::getElementCounter();
+    network.elements["Element" + std::to_string(number)] = nullptr;
+
+    element.ensureName();
+
+    EXPECT_EQ(element.getName(), "Element" + std::to_string(number + 1));
+    EXPECT_EQ(cNetworkElement::getElementCounter(), number);
+}
+
+TEST_F(cElementTest, aNameThatIsThereStays) {
+    cPlainElement element;
+    element.setName("Own");
+
+    element.ensureName();
+
+    EXPECT_EQ(element.getName(), "Own");
+}
+
+TEST_F(cElementTest, aNameIsFoundForTheLargestCounterToo) {
+    cPlainElement element;
+    cNetworkElement::setElementCounter(2147483647);
+
+    element.ensureName();
+
+    EXPECT_EQ(element.getName(), "Element47483647");
+    cNetworkElement::setElementCounter(0);
+}
+
 TEST_F(cElementTest, aRaisedCounterNumbersTheNextElement) {
     cNetworkElement::setElementCounter(40);
 
