@@ -2,8 +2,10 @@
 #include "app/tsApp.h"
 
 #include <QApplication>
+#include <csignal>
 
 int main(int argc, char* argv[]) {
+    std::signal(SIGPIPE, SIG_IGN);  // a model isn't lost because nobody reads our remarks any more
     Q_INIT_RESOURCE(images);
     QApplication application(argc, argv);
     tsApp window;
