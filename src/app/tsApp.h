@@ -160,6 +160,7 @@ private:
 
     // tsAppModelFile.cpp
     cCanvasModel canvasModel();
+    void takeModel(const QString& path, const QByteArray& bytes);
     bool isDone(const QString& failure);
     void showRemarks(const QString& text, const QStringList& remarks);
 

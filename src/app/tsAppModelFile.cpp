@@ -13,6 +13,7 @@
 #include <QMessageBox>
 #include <QScopedValueRollback>
 #include <iostream>
+#include <new>
 #include <sstream>
 
 namespace {
@@ -38,9 +39,17 @@ bool tsApp::writeModelFile(const QString& path) {
 }
 
 bool tsApp::readModelFile(const QString& path) {
-    QByteArray bytes;
-    if (!isDone(readWholeFile(path, bytes))) return false;
+    try {
+        QByteArray bytes;
+        if (!isDone(readWholeFile(path, bytes))) return false;
+        takeModel(path, bytes);
+        return true;
+    } catch (const std::bad_alloc&) {
+        return isDone(tr("There is not enough memory for this file."));
+    }
+}
 
+void tsApp::takeModel(const QString& path, const QByteArray& bytes) {
     const QScopedValueRollback waiting(loading, true);
     std::istringstream text(QString::fromUtf8(bytes).toStdString());
     cCanvasModel canvas = canvasModel();
@@ -50,7 +59,6 @@ bool tsApp::readModelFile(const QString& path) {
     for (const cModelWarning& warning : reading.warnings)
         remarks.append(tr("Line %1: %2").arg(warning.line).arg(QString::fromStdString(warning.message)));
     showRemarks(tr("Not all of %1 was taken as it stands.").arg(path), remarks);
-    return true;
 }
 
 /// The user is told why a file can't be read or written, if it can't.

@@ -11,6 +11,7 @@ BATCH_PROGRAM = os.environ["TIMBERSIM_RUN"]
 
 UNTITLED = "Untitled - TIMBERSIM"
 QUESTION = "TIMBERSIM"
+MEMORY = 2 << 30
 KEPT = "kept.tbsmx - TIMBERSIM"
 KEPT_CHANGED = "kept.tbsmx* - TIMBERSIM"
 
@@ -237,6 +238,28 @@ class StartTest(WindowCase):
         self.find_places()
         self.draw("Queue", 100, 100, {})
         self.assertIn("Untitled* - TIMBERSIM", self.windows())
+
+    def testFileLargerThanTheMemoryIsToldAndTheWindowStays(self):
+        path = self.folder / "work/large.tbsmx"
+        with open(path, "wb") as file:
+            file.truncate(2 * MEMORY)  # it takes no room on the disk
+
+        self.launch(path, title="Unable to open file", wrapper=("prlimit", f"--as={MEMORY}"))
+        self.key("Return")
+
+        self.wait_for_title(UNTITLED)
+
+    def testRemarksThatNobodyReadsEndNothing(self):
+        path = self.folder / "work/bad.tbsmx"
+        path.write_text("DURATION Missing 5;\n", encoding="ascii")
+        reader, writer = os.pipe()
+        os.close(reader)
+        self.addCleanup(os.close, writer)
+
+        self.launch(path, title="Information.", output=writer)
+        self.key("Return")
+
+        self.wait_for_title("bad.tbsmx - TIMBERSIM")
 
     def testRemarksOnAFileHoldNothingUp(self):
         path = self.folder / "work/short.tbsmx"

@@ -94,14 +94,14 @@ class WindowCase(unittest.TestCase):
         self.settings.write_text(SETTINGS.format(delay=self.delay, zoom=self.zoom), encoding="ascii")
         self.addCleanup(lambda: self.display.do("mouseup", LEFT_BUTTON))
 
-    def launch(self, *arguments, title="Untitled - TIMBERSIM", wrapper=()):
-        """Starts the program, once more too, and waits for what it shows first."""
+    def launch(self, *arguments, title="Untitled - TIMBERSIM", wrapper=(), output=None):
+        """Starts the program, once more too, and waits for what it shows first. `output` is for what it says."""
         environment = dict(self.display.environment, XDG_CONFIG_HOME=str(self.folder / "settings"),
                            TMPDIR=str(self.folder / "tmp"))
         with open(self.folder / "said", "wb") as said:
             self.process = subprocess.Popen([*wrapper, PROGRAM, *map(str, arguments)], cwd=self.folder / "work",
-                                            env=environment, stdout=said, stderr=said, stdin=subprocess.DEVNULL,
-                                            preexec_fn=become_plain_program)
+                                            env=environment, stdout=output or said, stderr=output or said,
+                                            stdin=subprocess.DEVNULL, preexec_fn=become_plain_program)
         self.addCleanup(finish, self.process)
         self.wait_for_title(title)
 
