@@ -40,9 +40,10 @@ std::unique_ptr<cResType> takeType(cTypeRecord& record) {
     return taken;
 }
 
-QString withoutBlanks(QString text) {
-    static const QRegularExpression blanks(QStringLiteral("\\s"));
-    return text.remove(blanks);
+/// Blanks and semicolons part the words of a model file, so that no name can hold them.
+QString withoutSeparators(QString text) {
+    static const QRegularExpression separators(QStringLiteral("[\\s;]"));
+    return text.remove(separators);
 }
 
 }  // namespace
@@ -69,7 +70,7 @@ void cDialogRes::addResType(const QString& name, const QString& kind) {
 }
 
 void cDialogRes::addTypedName() {
-    if (canEditModel()) addResType(withoutBlanks(addEdit->text()), QString::fromLatin1(typeKindWord::generic));
+    if (canEditModel()) addResType(withoutSeparators(addEdit->text()), QString::fromLatin1(typeKindWord::generic));
     addEdit->clear();
 }
 
@@ -166,7 +167,7 @@ void cDialogRes::applyKind(cTypeRecord& record) {
 /// A name in a model file ends at a blank, so there is none in it. A name that can't be taken is put back.
 void cDialogRes::applyName(cTypeRecord& record) {
     const std::string oldName = record.name;
-    const std::string newName = withoutBlanks(nameEdit->text()).toStdString();
+    const std::string newName = withoutSeparators(nameEdit->text()).toStdString();
     if (newName.empty() || records.contains(newName)) {
         nameEdit->setText(QString::fromStdString(oldName));
         return;

@@ -88,6 +88,12 @@ private Q_SLOTS:
         QCOMPARE(announced, QStringList{"Soil -> Soil"});
     }
 
+    void semicolonsInANewNameAreLeftOut() {
+        add("Wet;Sand;");
+
+        QCOMPARE(listed(), (QStringList{"Default", "WetSand"}));
+    }
+
     void blanksInANewNameAreLeftOut() {
         add(" So il\t1 ");
 
@@ -283,6 +289,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("typed");
         QTest::newRow("empty") << "";
         QTest::newRow("blanks") << "  ";
+        QTest::newRow("semicolons") << ";;";
         QTest::newRow("of another type") << "Default";
     }
     void aNameThatCannotBeTakenIsPutBack() {
