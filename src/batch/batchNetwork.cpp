@@ -1,17 +1,9 @@
 #include "batch/batchNetwork.h"
 
 #include "batch/progressLine.h"
+#include "batch/seedClock.h"
 #include "batch/stopSignal.h"
 #include "language/exception.h"
-
-namespace {
-
-cNetwork::cClock clockFor(std::optional<std::uint32_t> seed) {
-    if (!seed) return cNetwork::calendarSeconds;
-    return [seconds = *seed] { return std::int64_t{seconds}; };
-}
-
-}  // namespace
 
 cBatchNetwork::cBatchNetwork(std::optional<std::uint32_t> seed, cAnswers getAnswers, std::ostream& postStream,
                              cProgressLine& progressLine)

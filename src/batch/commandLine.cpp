@@ -6,10 +6,13 @@
 #include "language/numberText.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <filesystem>
 #include <limits>
 #include <sstream>
+#include <string_view>
 
 namespace {
 
@@ -19,6 +22,8 @@ constexpr const char* description =
 constexpr const char* footer =
     "Exit status: 0 the run is done, 1 the model failed, 2 wrong usage, 3 a file can't be read or written,\n"
     "130 stopped by Ctrl-C. The man page tells more.";
+
+constexpr std::array<std::string_view, 3> servingOptions{"MODEL", "--seed", "--serve"};
 
 /// The arguments as they were given, before their texts are understood.
 struct cGiven {
@@ -92,7 +97,8 @@ std::vector<cNamedFile> outputsOf(const cRunOptions& options) {
 }
 
 std::vector<cNamedFile> inputsOf(const cRunOptions& options) {
-    std::vector<cNamedFile> inputs{{"MODEL", options.modelPath}};
+    std::vector<cNamedFile> inputs;
+    if (!options.isServing || !options.modelPath.empty()) inputs.push_back({"MODEL", options.modelPath});
     for (const std::string& path : options.codePaths) inputs.push_back({"--code", path});
     return inputs;
 }
@@ -140,7 +146,7 @@ void checkPlaces(const cRunOptions& options) {
 
 void declareOptions(CLI::App& app, cGiven& given) {
     cRunOptions& options = given.options;
-    app.add_option("MODEL", options.modelPath, "The model, a .tbsmx file")->required()->type_name("");
+    app.add_option("MODEL", options.modelPath, "The model, a .tbsmx file")->type_name("");
 
     const auto add = [&app](const char* names, auto& value, const char* type, const char* help) {
         return app.add_option(names, value, help)->type_name(type);
@@ -159,13 +165,23 @@ void declareOptions(CLI::App& app, cGiven& given) {
     add("--prints", options.printsPath, "DIR", "Write each PRINT text to a file of its own in DIR");
     add("--trace", options.tracePath, "FILE", "Write the trace of every replication");
     app.add_flag("--quiet", options.isQuiet, "Show no progress line and no notes");
+    app.add_flag("--serve", options.isServing, "Let another program drive this one, by lines of text");
     app.set_version_flag("--version", std::string(programName) + ' ' + TIMBERSIM_VERSION, "Show the version and end");
     app.set_help_flag("--help", "Show this help and end");
     app.get_formatter()->label("REQUIRED", "");
 }
 
-void understand(cGiven& given) {
+/// A controller gives itself what these options give to a single run.
+void checkServing(const CLI::App& app) {
+    for (const CLI::Option* option : app.get_options())
+        if (option->count() > 0 && std::ranges::find(servingOptions, option->get_name()) == servingOptions.end())
+            refuse(option->get_name() + " can't be given with --serve");
+}
+
+void understand(const CLI::App& app, cGiven& given) {
     cRunOptions& options = given.options;
+    if (options.isServing) checkServing(app);
+    if (!options.isServing && app.count("MODEL") == 0) throw CLI::RequiredError("MODEL");
     if (given.replications) options.replications = replicationCount(*given.replications);
     if (given.seed) options.seed = seedNumber(*given.seed);
     options.answers = answerTable(given.answers);
@@ -188,7 +204,7 @@ std::variant<cRunOptions, cEarlyEnd> parseCommandLine(int argc, const char* cons
     declareOptions(app, given);
     try {
         app.parse(argc, argv);
-        understand(given);
+        understand(app, given);
     } catch (const CLI::Success& shown) {
         std::ostringstream text;
         app.exit(shown, text, text);

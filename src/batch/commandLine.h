@@ -9,7 +9,8 @@
 
 /// What the user asked for. An output without a path isn't wanted; the path "-" is standard output.
 struct cRunOptions {
-    std::string modelPath;
+    std::string modelPath;   ///< empty only where a controller is to load one
+    bool isServing = false;  ///< a controller drives the program over standard input and output
     std::optional<std::int32_t> replications;
     std::optional<std::uint32_t> seed;
     std::vector<std::string> codePaths;

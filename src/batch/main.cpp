@@ -4,6 +4,7 @@
 #include "batch/outputFile.h"
 #include "batch/programName.h"
 #include "batch/runJob.h"
+#include "batch/serving.h"
 #include "batch/stopSignal.h"
 
 #include <csignal>
@@ -45,5 +46,7 @@ int main(int argc, char** argv) {
 
     const auto parsed = parseCommandLine(argc, argv);
     if (const auto* end = std::get_if<cEarlyEnd>(&parsed)) return show(*end);
-    return runJob(std::get<cRunOptions>(parsed), std::cerr, isatty(STDERR_FILENO) == 1);
+    const auto& options = std::get<cRunOptions>(parsed);
+    if (options.isServing) return serveController(options, std::cerr);
+    return runJob(options, std::cerr, isatty(STDERR_FILENO) == 1);
 }

@@ -5,6 +5,7 @@
 #include "kernel/runStatistics.h"
 #include "language/exception.h"
 #include "language/words.h"
+#include "model/modelReader.h"
 
 #include <algorithm>
 
@@ -89,6 +90,11 @@ std::string partialNote(std::int32_t replicationCount) {
     if (replicationCount == 0) return "No results: no replication came to its end.";
     return "Partial results: " + std::to_string(replicationCount) +
            (replicationCount == 1 ? " replication" : " replications");
+}
+
+std::string warningLine(const std::string& path, const cModelWarning& warning) {
+    const std::string place = warning.line == 0 ? path : path + ':' + std::to_string(warning.line);
+    return place + ": " + warning.message + '\n';
 }
 
 std::string failureText(const cException& failure) {

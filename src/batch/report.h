@@ -5,6 +5,7 @@
 
 class cNetwork;
 struct cException;
+struct cModelWarning;
 struct cResultTable;
 
 /// What the user reads on the terminal.
@@ -19,6 +20,9 @@ std::string reportText(const cNetwork& network, bool isPartial);
 
 /// "Partial results: N replications", or that there are none.
 std::string partialNote(std::int32_t replicationCount);
+
+/// "PATH:LINE: " and the message of a warning, a line; without a line number for a file as a whole.
+std::string warningLine(const std::string& path, const cModelWarning& warning);
 
 /// The message of a failure, and its location and expression where it has them, a line each.
 std::string failureText(const cException& failure);

@@ -40,10 +40,6 @@ private:
     cRunOutputs& outputs;
 };
 
-std::string placeInFile(const std::string& path, std::size_t line) {
-    return line == 0 ? path : path + ':' + std::to_string(line);
-}
-
 /// One run of one model, from its file on.
 class cRunJob {
 public:
@@ -94,8 +90,7 @@ std::string cRunJob::readGlobalCode() {
     std::istringstream text(readFile(options.modelPath));
     cEngineBuilder builder(network);
     const cModelReading reading = readModel(text, builder);
-    for (const cModelWarning& warning : reading.warnings)
-        messages << placeInFile(options.modelPath, warning.line) << ": " << warning.message << '\n';
+    for (const cModelWarning& warning : reading.warnings) messages << warningLine(options.modelPath, warning);
     if (!reading.isRunnable) throw cFileError{"nothing to run in " + options.modelPath};
     return reading.globalCode;
 }

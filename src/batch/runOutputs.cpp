@@ -4,7 +4,7 @@
 #include "batch/fileError.h"
 #include "batch/programName.h"
 #include "batch/report.h"
-#include "batch/resultJson.h"
+#include "channel/resultJson.h"
 #include "kernel/network.h"
 #include "kernel/resultText.h"
 #include "kernel/runStatistics.h"
@@ -78,7 +78,7 @@ void cRunOutputs::attempt(cWriting writing) {
 
 void cRunOutputs::writeFigures(const cNetwork& network) {
     const bool hasFigures = network.runStatistics->getReplicationCount() > 0;
-    attempt([&] { writeWhole(json.get(), resultJson(network)); });
+    attempt([&] { writeWhole(json.get(), buildResultsJson(network) + '\n'); });
     attempt([&] { writeWhole(csv.get(), hasFigures ? resultCsv(network) : std::string{}); });
     attempt([&] { writeReplicationLines(network); });
 }

@@ -96,6 +96,8 @@ public:
     void scheduleInstance(cShared<cActInstance> instance);
     /// Readies the network and every element for the next replication.
     void resetRun();
+    /// Takes away all elements and types, outside a run.
+    void removeElements();
     /// One turn of a loop that the model may keep from ending; see cBreath.
     void breathe() {
         if (++turnsWithoutEvents >= turnsPerBreath) breatheNow();

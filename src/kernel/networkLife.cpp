@@ -34,12 +34,16 @@ cNetwork::cNetwork(cClock secondsSource)
 }
 
 cNetwork::~cNetwork() {
+    removeElements();
+    if (networkOfProcess == this) networkOfProcess = nullptr;
+}
+
+void cNetwork::removeElements() {
     calendar.clear();
     combis.clear();
     for (const auto& [name, type] : resourceTypes) type->moveHoldersTo(nullptr);  // at once, not holder by holder
     elements.clear();
     resourceTypes.clear();
-    if (networkOfProcess == this) networkOfProcess = nullptr;
 }
 
 void cNetwork::resetRun() {

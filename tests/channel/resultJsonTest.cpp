@@ -1,4 +1,4 @@
-#include "batch/resultJson.h"
+#include "channel/resultJson.h"
 
 #include "support/testNetwork.h"
 
@@ -20,22 +20,22 @@ protected:
 
 }  // namespace
 
-TEST_F(cResultJsonTest, withoutAReplicationTheObjectIsEmpty) { EXPECT_EQ(resultJson(network), "{}\n"); }
+TEST_F(cResultJsonTest, withoutAReplicationTheObjectIsEmpty) { EXPECT_EQ(buildResultsJson(network), "{}"); }
 
 TEST_F(cResultJsonTest, keysAreSortedAndTheTextIsOneLine) {
     network.run("ADDTORESULTS Zero 0; \nADDTORESULTS Half 1/2;\n");
 
-    EXPECT_EQ(resultJson(network),
+    EXPECT_EQ(buildResultsJson(network),
               "{\"Half\":0.5,\"Q.AveCont\":null,\"Q.AveWait\":0.0,\"Q.CurCount\":1.0,\"Q.MaxCont\":1.0,"
-              "\"Q.MinCont\":0.0,\"Q.TotCount\":1.0,\"SimTime\":0.0,\"Zero\":0.0}\n");
+              "\"Q.MinCont\":0.0,\"Q.TotCount\":1.0,\"SimTime\":0.0,\"Zero\":0.0}");
 }
 
 TEST_F(cResultJsonTest, whatIsNoFiniteNumberIsNull) {
     network.run("ADDTORESULTS Above 10^400;\nADDTORESULTS Below 0-10^400;\nADDTORESULTS Unknown Q.AveCont;\n");
 
-    EXPECT_TRUE(resultJson(network).starts_with("{\"Above\":null,\"Below\":null,\"Q.AveCont\":null,"))
-        << resultJson(network);
-    EXPECT_NE(resultJson(network).find("\"Unknown\":null"), std::string::npos);
+    EXPECT_TRUE(buildResultsJson(network).starts_with("{\"Above\":null,\"Below\":null,\"Q.AveCont\":null,"))
+        << buildResultsJson(network);
+    EXPECT_NE(buildResultsJson(network).find("\"Unknown\":null"), std::string::npos);
 }
 
 TEST_F(cResultJsonTest, countsHaveNoDecimalPoint) {
@@ -43,11 +43,11 @@ TEST_F(cResultJsonTest, countsHaveNoDecimalPoint) {
     network.addLink("L", queue, combi);
     network.run();
 
-    EXPECT_NE(resultJson(network).find("\"Load.CurInst\":0,"), std::string::npos);
+    EXPECT_NE(buildResultsJson(network).find("\"Load.CurInst\":0,"), std::string::npos);
 }
 
 TEST_F(cResultJsonTest, labelInAnotherEncodingDoesNotKeepTheFiguresBack) {
     network.run("ADDTORESULTS K\xfchn 2;\n");
 
-    EXPECT_NE(resultJson(network).find("\"K\xef\xbf\xbdhn\":2.0"), std::string::npos);
+    EXPECT_NE(buildResultsJson(network).find("\"K\xef\xbf\xbdhn\":2.0"), std::string::npos);
 }

@@ -1,0 +1,21 @@
+#include "channel/wholeWrite.h"
+
+#include <cerrno>
+#include <poll.h>
+#include <unistd.h>
+
+bool writeWhole(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = write(descriptor, bytes.data(), bytes.size());
+        if (count >= 0)
+            bytes.remove_prefix(static_cast<std::size_t>(count));
+        else if (errno != EINTR)
+            return false;
+    }
+    return true;
+}
+
+bool isReaderGone(int descriptor) {
+    pollfd looked{descriptor, 0, 0};
+    return poll(&looked, 1, 0) > 0;  // with no events asked for, only ends are told
+}
