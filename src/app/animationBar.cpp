@@ -32,6 +32,8 @@ cAnimationBar::cAnimationBar(QWidget* parent)
     connect(speed, &QSlider::valueChanged, this, &cAnimationBar::apply);
 }
 
+void cAnimationBar::setAnimated(bool isWanted) { animate->setChecked(isWanted); }
+
 void cAnimationBar::apply() {
     animation::isOn = animate->isChecked();
     animation::delay = longestDelay - speed->value() * delayStep;

@@ -12,6 +12,9 @@ class cAnimationBar : public QToolBar {
 public:
     explicit cAnimationBar(QWidget* parent = nullptr);
 
+    /// Ticks the box "Animate", or takes its tick away.
+    void setAnimated(bool isWanted);
+
 private:
     void apply();
 

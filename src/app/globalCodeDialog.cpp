@@ -69,7 +69,7 @@ void cGlobalCodeDialog::declareNames() {
         compileCode(network, splitLines(text().toStdString()), eCompiled::declarations);
         network.runStatements();
     } catch (const cException& failure) {
-        showErrorBox(parentWidget(), tr("Error"), QString::fromStdString(failure.message));
+        showErrorBox(parentWidget(), tr("Error"), QString::fromStdString(failure.message), failure.code);
     }
     network.statements.clear();
 }

@@ -7,7 +7,7 @@
 #include <QRect>
 #include <QStyle>
 #include <QStyleFactory>
-#include <iostream>
+#include <QTimer>
 
 namespace {
 
@@ -39,7 +39,7 @@ void showWindow(tsApp& window) {
 void openFirstArgument(tsApp& window, const QStringList& arguments) {
     if (arguments.size() < 2) return;
     if (arguments.at(1) == QLatin1String("--from-python")) {
-        std::cerr << "timbersim: this version has no channel to a controlling program\n";
+        QTimer::singleShot(0, &window, &tsApp::startPythonReceiver);
         return;
     }
     window.loadModel(arguments.at(1).toStdString());

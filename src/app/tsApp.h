@@ -2,6 +2,7 @@
 
 #include "app/runDisplay.h"
 #include "app/settings.h"
+#include "channel/channelHost.h"
 #include "editor/editorHost.h"
 #include "editor/tqNetworkElement.h"
 #include "kernel/element.h"
@@ -22,10 +23,13 @@ class QLabel;
 class QLineEdit;
 class QToolBar;
 class QVBoxLayout;
+class cAnimationBar;
 class cCanvasModel;
+class cChannel;
 class cDialogRes;
 class cGlobalCodeDialog;
 class cHaltBar;
+class cPythonReceiver;
 class cSizeBar;
 class cTQScene;
 class cTQView;
@@ -39,8 +43,8 @@ class traceDialog;
 ///
 /// The members stand in one file for each concern: tsAppWindow.cpp builds it, tsAppActions.cpp its menus and toolbars,
 /// tsAppRun.cpp drives runs, tsAppEditing.cpp the canvas, tsAppFiles.cpp documents, tsAppModelFile.cpp how they are
-/// read and written.
-class tsApp : public QMainWindow, public cNetwork, public cEditorHost {
+/// read and written, tsAppChannel.cpp the channel to a controlling program.
+class tsApp : public QMainWindow, public cNetwork, public cEditorHost, private cChannelHost {
     Q_OBJECT
 
 public:
@@ -101,7 +105,19 @@ public Q_SLOTS:
     void deleteSelected();
     void removeElement(cNetworkElement* element);
 
+    /// From here on a controlling program drives the window, by lines on standard input; standard output is for the
+    /// replies alone. Boxes are no longer waited for, and told on standard error too.
+    void startPythonReceiver();
+    /// Serves a line of the controller. Does nothing for a null one.
+    void handlePythonMessage(const QString& message);
+
 Q_SIGNALS:
+    /// A line came in. Emitted by the receiver's thread.
+    void pythonMessageReceived(QString message);
+    /// Nothing here emits or uses it.
+    void messageReceived(QString message);
+    /// Nothing comes in any more, and nobody reads what goes out. Emitted by the receiver's thread.
+    void controllerGone();
     /// A resource type is new, is of another kind or has a new name.
     void newResAdded(std::string newName, std::string oldName);
     void sigDeleteElement(cNetworkElement* element);
@@ -127,7 +143,23 @@ private:
     void buildToolBars();
     QToolBar* addActionBar(const QString& title, const QString& name, const QList<QAction*>& actions);
 
+    // tsAppChannel.cpp
+    void stopPythonReceiver();
+    void endWithoutController();
+    void serveHeldSoon();
+    bool isRunning() const override { return runIsOn; }
+    void load(const std::string& path) override;
+    void run() override;
+    void animate(bool isWanted) override;
+    void keepStatement(const std::string& line) override;
+    void quit() override;
+    void send(const std::string& line) override;
+    void awaitMessages() override;
+    void log(const std::string& line) override;
+
     // tsAppRun.cpp
+    bool runToTheEnd();
+    [[noreturn]] static void throwStop();
     void showRunState(bool canRun, bool canPause, bool canStop);
     void showSimTime();
     void holdRun();
@@ -169,8 +201,10 @@ private:
     double screenFactor = 1.0;
     QString currentFile;
     bool modified = false;
-    bool loading = false;    // a file is being read: the user must wait
-    bool stopAsked = false;  // by the user; raised as an exception at the next return from event processing
+    bool loading = false;  // a file is being read: the user must wait
+    bool runIsOn = false;
+    bool isClosedByController = false;  // who is asked nothing
+    bool stopAsked = false;             // by the user; raised as an exception at the next return from event processing
     QStringList waitingStatements;
     QElapsedTimer sinceEvents;  // since the window last processed its events during a run
     qint64 goneAtLook = 0;      // of that time, when the clock was last looked at; milliseconds
@@ -181,6 +215,7 @@ private:
     // All of these are the window's children.
     QAction *newAction, *openAction, *saveAction, *saveAsAction, *exitAction, *functionListAction, *aboutAction;
     QAction *runAction, *pauseAction, *stopAction, *resourcesAction, *globalCodeAction;
+    cAnimationBar* animationBar;
     cHaltBar* haltBar;
     cSizeBar* sizeBar;
     QLineEdit* simTimeEdit;
@@ -192,6 +227,8 @@ private:
     cDialogRes* dialogRes;
 
     std::unique_ptr<cRunDisplay> runDisplay;
+    std::unique_ptr<cChannel> channel;  // null without a controller; so is the receiver
+    std::unique_ptr<cPythonReceiver> receiver;
     QPointer<QWidget> currentPanel;  // an element owns it
     QList<QPointer<traceDialog>> traceDialogs;
 };

@@ -132,7 +132,8 @@ void tsApp::buildToolBars() {
     simTimeEdit->setEnabled(false);
     simTimeEdit->setMaximumWidth(widestSimTime);
     info->addWidget(simTimeEdit);
-    addToolBar(new cAnimationBar);
+    animationBar = new cAnimationBar;
+    addToolBar(animationBar);
     sizeBar = new cSizeBar(settings.zoom, settings.textSize);
     addToolBar(sizeBar);
 }

@@ -5,6 +5,7 @@
 #include "editor/dialogRes.h"
 #include "editor/elementFactory.h"
 #include "editor/elementPanel.h"
+#include "editor/errorBox.h"
 #include "editor/linkHandle.h"
 #include "editor/tqFusionQueue.h"
 #include "editor/tqLink.h"
@@ -14,7 +15,6 @@
 #include "editor/tqView.h"
 #include "kernel/combi.h"
 
-#include <QMessageBox>
 #include <QStatusBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -41,7 +41,7 @@ cTQNetworkElement* elementOf(QGraphicsItem* item) {
 
 /// Nothing that a run stands on is changed under it.
 bool tsApp::canEditModel() {
-    if (simState == 0) return true;
+    if (simState == 0 && !loading) return true;
     statusBar()->showMessage(tr("The model can't be changed while a simulation is running."), statusTime);
     return false;
 }
@@ -82,8 +82,7 @@ void tsApp::createElementFromDrop(const QString& kind, QPoint position) {
     auto* element = dynamic_cast<cTQNetworkElement*>(made.get());
     if (element == nullptr) {
         if (kind == QLatin1String(fusionQueueKind))
-            QMessageBox::critical(this, tr("Error"),
-                                  tr("Cannot create FusionQueue without atleast one Queue in model."));
+            showErrorBox(this, tr("Error"), tr("Cannot create FusionQueue without atleast one Queue in model."));
         return;
     }
     elements[made->getName()] = made;

@@ -24,7 +24,7 @@ constexpr int statusTime = 2000;  // milliseconds
 
 /// @return whether what is on the canvas may be given up.
 bool tsApp::maybeSave() {
-    if (!modified) return true;
+    if (!modified || isClosedByController) return true;
     const QMessageBox::StandardButton answer = QMessageBox::warning(
         this, tr("TIMBERSIM"), tr("The document has been modified.\nDo you want to save your changes?"),
         QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);

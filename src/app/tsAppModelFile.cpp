@@ -5,12 +5,12 @@
 #include "app/tsApp.h"
 #include "app/wholeFile.h"
 #include "editor/dialogRes.h"
+#include "editor/messageBox.h"
 #include "model/modelReader.h"
 #include "model/modelWriter.h"
 
 #include <QByteArray>
 #include <QLabel>
-#include <QMessageBox>
 #include <QScopedValueRollback>
 #include <iostream>
 #include <new>
@@ -28,8 +28,8 @@ bool tsApp::writeModelFile(const QString& path) {
     cCanvasModel canvas = canvasModel();
     const cModelWriting writing = writeModel(canvas);
     if (writing.hasIncompleteLink)
-        QMessageBox::information(this, tr("Information."), tr("Incomplete links will not be written to file."),
-                                 QMessageBox::Ok);
+        messageBox::show(this, QMessageBox::Information, tr("Information."),
+                         tr("Incomplete links will not be written to file."));
     if (!isDone(replaceFile(path, QByteArray::fromStdString(writing.text)))) return false;
 
     QStringList remarks;
@@ -64,7 +64,7 @@ void tsApp::takeModel(const QString& path, const QByteArray& bytes) {
 /// The user is told why a file can't be read or written, if it can't.
 bool tsApp::isDone(const QString& failure) {
     if (failure.isEmpty()) return true;
-    QMessageBox::information(this, tr("Unable to open file"), failure, QMessageBox::Ok);
+    messageBox::show(this, QMessageBox::Information, tr("Unable to open file"), failure);
     return false;
 }
 
@@ -80,6 +80,5 @@ void tsApp::showRemarks(const QString& text, const QStringList& remarks) {
     for (QLabel* label : box->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
     if (remarks.size() > mostRemarks) box->setDetailedText(remarks.join(QLatin1Char('\n')));
     box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setModal(false);
-    box->show();
+    messageBox::showAside(*box);
 }

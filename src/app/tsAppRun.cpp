@@ -5,7 +5,9 @@
 #include "app/resultsDialog.h"
 #include "app/traceDialog.h"
 #include "app/tsApp.h"
+#include "channel/channel.h"
 #include "editor/animation.h"
+#include "editor/messageBox.h"
 #include "editor/tqNode.h"
 #include "editor/tqView.h"
 #include "kernel/runStatistics.h"
@@ -15,7 +17,6 @@
 #include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <algorithm>
 #include <new>
 
@@ -35,23 +36,34 @@ void tsApp::onRun() {
         showRunState(false, true, true);
         return;
     }
-    if (simState != 0) return;
+    if (runIsOn || loading) return;
 
+    if (runToTheEnd()) {
+        showResults();
+        showTraces();
+    }
+    clearNetwork();
+}
+
+/// A run, whoever asked for it. @return whether it came to its end and somebody wants to know; if it failed, that has
+/// been told.
+bool tsApp::runToTheEnd() {
     simTimeEdit->setText(QStringLiteral("0.00"));
     showRunState(false, true, true);
     stopAsked = false;
+    runIsOn = true;
+    bool isDone = false;
     try {
         runReplications();
-        if (!stopRequested) {
-            showResults();
-            showTraces();
-        }
+        isDone = !stopRequested;
     } catch (const cException& failure) {
         breakOff(failure);
     } catch (const std::bad_alloc&) {
         breakOff({failureCode::statement, tr("The model needs more memory than there is.\n").toStdString(), {}, {}});
     }
-    clearNetwork();
+    runIsOn = false;
+    serveHeldSoon();
+    return isDone;
 }
 
 void tsApp::runReplications() {
@@ -84,7 +96,10 @@ void tsApp::onStop() {
 }
 
 void tsApp::throwIfEndAsked() const {
-    if (simState == 0 || !isEndAsked()) return;
+    if (simState != 0 && isEndAsked()) throwStop();
+}
+
+void tsApp::throwStop() {
     throw cException{failureCode::userStop, "Simulation stopped.\nSimulation was stopped by user.\n", {}, {}};
 }
 
@@ -131,12 +146,15 @@ void tsApp::runAfterTimeAdvance() {
 }
 
 double tsApp::hostGet(const std::string& key) {
+    if (channel != nullptr) return channel->get(key);
     const std::string message = "No answer to GET(\"" + key + "\"): no controller is connected.";
     throw cException{failureCode::expression, message, {}, {}};
 }
 
-/// A message is for a controlling program, and there is none.
-void tsApp::hostMessage(const std::string&) {}
+/// A message is for a controlling program; without one nobody hears it.
+void tsApp::hostMessage(const std::string& text) {
+    if (channel != nullptr) channel->post(text);
+}
 
 void tsApp::clearNetwork() {
     cNetwork::clearNetwork();
@@ -158,7 +176,7 @@ void tsApp::showRunState(bool canRun, bool canPause, bool canStop) {
     runAction->setEnabled(canRun);
     pauseAction->setEnabled(canPause);
     stopAction->setEnabled(canStop);
-    const bool isEditing = canRun && !canStop;  // what a run stands on stays as it is until it is over
+    const bool isEditing = simState == 0 && canRun && !canStop;  // what a run stands on stays as it is until it is over
     for (QAction* action : {newAction, openAction, resourcesAction, globalCodeAction}) action->setEnabled(isEditing);
 }
 
@@ -174,9 +192,10 @@ void tsApp::breakOff(const cException& failure) {
 void tsApp::showFailure(const cException& failure) {
     if (stopRequested) return;  // the window is gone
     const QString message = QString::fromStdString(failure.message);
-    if (failure.code < failureCode::userStop) QMessageBox::critical(this, tr("Error"), message, QMessageBox::Ok);
+    if (failure.code < failureCode::userStop)
+        messageBox::show(this, QMessageBox::Critical, tr("Error"), message, failure.code);
     if (failure.code == failureCode::userStop)
-        QMessageBox::information(this, tr("Information"), message, QMessageBox::Ok);
+        messageBox::show(this, QMessageBox::Information, tr("Information"), message, failure.code);
 }
 
 void tsApp::showResults() { (new cResultsDialog(*this, this))->show(); }

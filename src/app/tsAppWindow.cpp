@@ -1,9 +1,11 @@
 // How the window is built, and the scale of what it shows.
 
 #include "app/globalCodeDialog.h"
+#include "app/pythonReceiver.h"
 #include "app/sizeBar.h"
 #include "app/stencil.h"
 #include "app/tsApp.h"
+#include "channel/channel.h"
 #include "editor/animation.h"
 #include "editor/dialogRes.h"
 #include "editor/tqNode.h"
@@ -45,6 +47,7 @@ tsApp::tsApp() : settingsPath(cAppSettings::filePath()), screenFactor(factorOfSc
 
 /// Elements go first: they look at the network, the scene and each other for the last time.
 tsApp::~tsApp() {
+    stopPythonReceiver();
     scene->disconnect(this);
     clearModel();
 }

@@ -98,7 +98,7 @@ std::vector<cNamedFile> outputsOf(const cRunOptions& options) {
 
 std::vector<cNamedFile> inputsOf(const cRunOptions& options) {
     std::vector<cNamedFile> inputs;
-    if (!options.isServing || !options.modelPath.empty()) inputs.push_back({"MODEL", options.modelPath});
+    if (!options.modelPath.empty()) inputs.push_back({"MODEL", options.modelPath});
     for (const std::string& path : options.codePaths) inputs.push_back({"--code", path});
     return inputs;
 }
@@ -182,6 +182,7 @@ void understand(const CLI::App& app, cGiven& given) {
     cRunOptions& options = given.options;
     if (options.isServing) checkServing(app);
     if (!options.isServing && app.count("MODEL") == 0) throw CLI::RequiredError("MODEL");
+    if (app.count("MODEL") > 0 && options.modelPath.empty()) refuse("MODEL: the name of the file is empty");
     if (given.replications) options.replications = replicationCount(*given.replications);
     if (given.seed) options.seed = seedNumber(*given.seed);
     options.answers = answerTable(given.answers);

@@ -12,8 +12,6 @@
 #include "model/engineBuilder.h"
 #include "model/modelReader.h"
 
-#include <array>
-#include <cerrno>
 #include <new>
 #include <sstream>
 #include <unistd.h>
@@ -27,7 +25,7 @@ constexpr std::int32_t withoutCode = 0;
 }  // namespace
 
 cServedNetwork::cServedNetwork(std::optional<std::uint32_t> seed, std::ostream& failureStream)
-    : cNetwork(clockFor(seed)), failures(failureStream), channel(*this, *this) {}
+    : cNetwork(clockFor(seed)), failures(failureStream), channel(*this, *this), input(STDIN_FILENO) {}
 
 bool cServedNetwork::open(const std::string& path) {
     channel.handle("LOAD " + path + ';');
@@ -131,15 +129,6 @@ std::optional<std::string> cServedNetwork::nextMessage() {
     for (;;) {
         throwIfStopped();
         if (std::optional<std::string> line = input.next()) return line;
-        if (!readInput()) return input.rest();
+        if (!input.receive()) return input.rest();
     }
-}
-
-/// Waits for bytes. @return whether there may be more. An interrupt ends the wait.
-bool cServedNetwork::readInput() {
-    std::array<char, 65536> piece{};
-    const ssize_t count = read(STDIN_FILENO, piece.data(), piece.size());
-    if (count < 0) return errno == EINTR;
-    input.append({piece.data(), static_cast<std::size_t>(count)});
-    return count > 0;
 }

@@ -2,7 +2,7 @@
 
 #include "channel/channel.h"
 #include "channel/channelHost.h"
-#include "channel/lineSplitter.h"
+#include "channel/messageInput.h"
 #include "kernel/network.h"
 
 #include <cstdint>
@@ -48,12 +48,11 @@ private:
     void readModelFile(const std::string& path);
     void throwIfEnding() const;
     std::optional<std::string> nextMessage();
-    bool readInput();
     void tellFailure(const cException& failure);
 
     std::ostream& failures;
     cChannel channel;
-    cLineSplitter input;
+    cMessageInput input;
     std::vector<std::string> waitingStatements;
     std::string globalCode;
     bool isLoaded = false;

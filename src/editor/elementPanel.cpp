@@ -88,7 +88,8 @@ void cElementPanel::editExceptions() {
         readTabs();
     } catch (const cException& failure) {
         const QString text = QString::fromStdString(failure.message);
-        showErrorBox(this, tr("Error"), text.isEmpty() ? tr("Error in expression in recently closed dialog.\n") : text);
+        showErrorBox(this, tr("Error"), text.isEmpty() ? tr("Error in expression in recently closed dialog.\n") : text,
+                     failure.code);
     }
 }
 

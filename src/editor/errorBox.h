@@ -1,10 +1,9 @@
 #pragma once
 
+#include <cstdint>
+
 class QString;
 class QWidget;
 
-/// Shows a critical box and waits until it is closed.
-///
-/// The box belongs to `parent` and may be taken down together with it: a caller that goes on afterwards must know
-/// whether what it works on is still there.
-void showErrorBox(QWidget* parent, const QString& title, const QString& text);
+/// Shows a critical box as `messageBox::show` does. @param code of the failure that is told; 0 where there is none.
+void showErrorBox(QWidget* parent, const QString& title, const QString& text, std::int32_t code = 0);

@@ -1,0 +1,21 @@
+#include "channel/messageInput.h"
+
+#include <array>
+#include <cerrno>
+#include <poll.h>
+#include <unistd.h>
+
+bool cMessageInput::receive() {
+    std::array<char, 65536> piece{};
+    const ssize_t count = read(descriptor, piece.data(), piece.size());
+    if (count > 0) {
+        lines.append({piece.data(), static_cast<std::size_t>(count)});
+        return true;
+    }
+    if (count < 0 && errno == EAGAIN) {  // whoever shares the file made it one that doesn't wait
+        pollfd awaited{descriptor, POLLIN, 0};
+        poll(&awaited, 1, -1);
+        return true;
+    }
+    return count < 0 && errno == EINTR;
+}
