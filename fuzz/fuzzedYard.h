@@ -11,6 +11,8 @@ class cFuzzedYard : public cFuzzedNetwork {
 public:
     /// A run with the model's own Global Code, which declares its names.
     void runAsItStands() { run(code); }
+    /// The same, with further statements behind that code.
+    void runAlso(const std::string& further) { run(code + further); }
 
     static constexpr const char* drawLink = "db";     ///< draws a skip for Fill
     static constexpr const char* releaseLink = "re";  ///< releases stone from the parts of a set

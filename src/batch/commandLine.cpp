@@ -23,7 +23,8 @@ constexpr const char* footer =
     "Exit status: 0 the run is done, 1 the model failed, 2 wrong usage, 3 a file can't be read or written,\n"
     "130 stopped by Ctrl-C. The man page tells more.";
 
-constexpr std::array<std::string_view, 3> servingOptions{"MODEL", "--seed", "--serve"};
+constexpr const char* servingFlag = "--serve";
+constexpr std::array<std::string_view, 3> servingOptions{"MODEL", "--seed", servingFlag};
 
 /// The arguments as they were given, before their texts are understood.
 struct cGiven {
@@ -144,9 +145,10 @@ void checkPlaces(const cRunOptions& options) {
         refuse("--prints: needs the name of a folder");
 }
 
-void declareOptions(CLI::App& app, cGiven& given) {
+/// Which words belong to an option that can be repeated depends on whether MODEL must follow.
+void declareOptions(CLI::App& app, cGiven& given, bool needsModel) {
     cRunOptions& options = given.options;
-    app.add_option("MODEL", options.modelPath, "The model, a .tbsmx file")->type_name("");
+    app.add_option("MODEL", options.modelPath, "The model, a .tbsmx file")->required(needsModel)->type_name("");
 
     const auto add = [&app](const char* names, auto& value, const char* type, const char* help) {
         return app.add_option(names, value, help)->type_name(type);
@@ -165,7 +167,7 @@ void declareOptions(CLI::App& app, cGiven& given) {
     add("--prints", options.printsPath, "DIR", "Write each PRINT text to a file of its own in DIR");
     add("--trace", options.tracePath, "FILE", "Write the trace of every replication");
     app.add_flag("--quiet", options.isQuiet, "Show no progress line and no notes");
-    app.add_flag("--serve", options.isServing, "Let another program drive this one, by lines of text");
+    app.add_flag(servingFlag, options.isServing, "Let another program drive this one, by lines of text");
     app.set_version_flag("--version", std::string(programName) + ' ' + TIMBERSIM_VERSION, "Show the version and end");
     app.set_help_flag("--help", "Show this help and end");
     app.get_formatter()->label("REQUIRED", "");
@@ -181,7 +183,6 @@ void checkServing(const CLI::App& app) {
 void understand(const CLI::App& app, cGiven& given) {
     cRunOptions& options = given.options;
     if (options.isServing) checkServing(app);
-    if (!options.isServing && app.count("MODEL") == 0) throw CLI::RequiredError("MODEL");
     if (app.count("MODEL") > 0 && options.modelPath.empty()) refuse("MODEL: the name of the file is empty");
     if (given.replications) options.replications = replicationCount(*given.replications);
     if (given.seed) options.seed = seedNumber(*given.seed);
@@ -202,7 +203,8 @@ std::variant<cRunOptions, cEarlyEnd> parseCommandLine(int argc, const char* cons
     CLI::App app(description, programName);
     app.footer(footer);
     cGiven given;
-    declareOptions(app, given);
+    const bool isServing = std::find(argv, argv + argc, std::string_view(servingFlag)) != argv + argc;
+    declareOptions(app, given, !isServing);
     try {
         app.parse(argc, argv);
         understand(app, given);

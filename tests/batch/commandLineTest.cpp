@@ -49,7 +49,7 @@ TEST(commandLineTest, modelAloneAsksForNothingElse) {
     EXPECT_TRUE(options.codePaths.empty() && options.statements.empty() && options.answers.empty());
     EXPECT_FALSE(options.jsonPath || options.csvPath || options.replicationsCsvPath);
     EXPECT_FALSE(options.printsPath || options.tracePath);
-    EXPECT_FALSE(options.isQuiet);
+    EXPECT_FALSE(options.isQuiet || options.isServing);
     EXPECT_FALSE(options.usesStandardOutput());
 }
 
@@ -67,6 +67,21 @@ TEST(commandLineTest, everyOptionIsTaken) {
     EXPECT_EQ(options.printsPath, "d");
     EXPECT_EQ(options.tracePath, "e");
     EXPECT_TRUE(options.isQuiet);
+}
+
+TEST(commandLineTest, servingNeedsNoModel) {
+    const cRunOptions options = optionsOf({"--serve"});
+
+    EXPECT_TRUE(options.isServing);
+    EXPECT_EQ(options.modelPath, "");
+}
+
+TEST(commandLineTest, servingTakesAModelAndASeed) {
+    const cRunOptions options = optionsOf({"--serve", "site.tbsmx", "--seed", "7"});
+
+    EXPECT_TRUE(options.isServing);
+    EXPECT_EQ(options.modelPath, "site.tbsmx");
+    EXPECT_EQ(options.seed, 7U);
 }
 
 TEST(commandLineTest, repeatedOptionsKeepTheirOrderAndTakeOneWordEach) {
@@ -155,6 +170,21 @@ INSTANTIATE_TEST_SUITE_P(
                       cRefusal{{"m", "another"}, "The following argument was not expected: another"},
                       cRefusal{{"m", "--seed"}, "--seed: 1 required N missing"},
                       cRefusal{{"m", "--code", ""}, "--code: the name of the file is empty"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    serving, cRefusedUsageTest,
+    ::testing::Values(cRefusal{{"--serve", ""}, "MODEL: the name of the file is empty"},
+                      cRefusal{{"--serve", "m", "--replications", "2"}, "--replications can't be given with --serve"},
+                      cRefusal{{"--serve", "--code", "c"}, "--code can't be given with --serve"},
+                      cRefusal{{"-e", "SEED 1", "--serve"}, "-e can't be given with --serve"},
+                      cRefusal{{"--serve", "--get", "a=1"}, "--get can't be given with --serve"},
+                      cRefusal{{"--serve", "m", "--json", "-"}, "--json can't be given with --serve"},
+                      cRefusal{{"--serve", "m", "--csv", "f"}, "--csv can't be given with --serve"},
+                      cRefusal{{"--serve", "--replications-csv", "f"},
+                               "--replications-csv can't be given with --serve"},
+                      cRefusal{{"--serve", "--prints", "d"}, "--prints can't be given with --serve"},
+                      cRefusal{{"--serve", "--trace", "f"}, "--trace can't be given with --serve"},
+                      cRefusal{{"--serve", "--quiet"}, "--quiet can't be given with --serve"}));
 
 INSTANTIATE_TEST_SUITE_P(
     numbers, cRefusedUsageTest,

@@ -129,7 +129,7 @@ class BatchAbuseTest(Abuse, ChannelCase):
                 program.send_bytes(SESSION[:length])
                 program.process.stdin.close()
 
-                self.assertEqual(program.wait(PATIENCE), 0)
+                self.assertEqual(program.wait(), 0)
                 self.assert_table(program)
         self.assertEqual(list(self.temporary.iterdir()), [])
 
@@ -140,7 +140,7 @@ class BatchAbuseTest(Abuse, ChannelCase):
         program.process.send_signal(signal.SIGINT)
 
         self.assertEqual(program.reply(), "FINISHED_RUN")
-        self.assertEqual(program.wait(PATIENCE), 130)
+        self.assertEqual(program.wait(), 130)
         self.assertEqual(program.failures(), ["ERROR 5 Simulation stopped. Simulation was stopped by user. "])
         self.assertEqual(list(self.temporary.iterdir()), [])
 

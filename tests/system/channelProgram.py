@@ -13,7 +13,6 @@ import unittest
 from windowDisplay import end_with_parent, finish
 
 PATIENCE = 20.0  # seconds until a reply counts as missing
-END_PATIENCE = 1.0  # seconds that a program may live on after it was told to end
 
 BATCH = [os.environ["TIMBERSIM_RUN"], "--serve"]
 WINDOW = [os.environ["TIMBERSIM"], "--from-python"]
@@ -81,9 +80,9 @@ class Controller:
         """The next reply; nothing once standard output is closed."""
         return self.arrived.get(timeout=PATIENCE)
 
-    def wait(self, patience=END_PATIENCE):
+    def wait(self):
         """The exit status. All that the program said has been read then."""
-        status = self.process.wait(patience)
+        status = self.process.wait(PATIENCE)
         for reader in self.readers:
             reader.join(PATIENCE)
         return status
