@@ -7,6 +7,7 @@
 #include "kernel/resultColumns.h"
 #include "kernel/runStatistics.h"
 
+#include <algorithm>
 #include <span>
 
 namespace {
@@ -15,16 +16,21 @@ using cFigure = std::string (*)(double);
 
 bool isSingle(const cNetwork& network) { return network.replications == 1; }
 
-/// Calls `visit` with each element that has columns and with their means.
+/// Calls `visit` with each element that has columns and with their means. The model may have changed since the run: an
+/// element that is new has no columns, and those of one that is gone are passed over.
 template <typename cVisit>
 void forEachMeasured(const cNetwork& network, cVisit visit) {
     const std::span<const double> means = network.runStatistics->getMeans();
+    const std::span<const std::string> names = network.runStatistics->columnNames();
     std::size_t column = 1 + network.runStatistics->getLabels().size();
     network.forEachElement([&](cNetworkElement& element) {
-        const std::size_t count = columnSuffixes(element).size();
-        if (count == 0 || column + count > means.size()) return;  // an element made since the run has none
-        visit(element, means.subspan(column, count));
-        column += count;
+        const auto suffixes = columnSuffixes(element);
+        if (suffixes.empty()) return;
+        const auto found = std::ranges::find(names.subspan(column), element.getName() + std::string(suffixes.front()));
+        if (found == names.end()) return;
+        column = static_cast<std::size_t>(found - names.begin());
+        visit(element, means.subspan(column, suffixes.size()));
+        column += suffixes.size();
     });
 }
 

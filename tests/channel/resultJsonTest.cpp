@@ -46,6 +46,22 @@ TEST_F(cResultJsonTest, countsHaveNoDecimalPoint) {
     EXPECT_NE(buildResultsJson(network).find("\"Load.CurInst\":0,"), std::string::npos);
 }
 
+TEST_F(cResultJsonTest, modelThatHasChangedSinceTheRunKeepsEachFigureWithItsElement) {
+    network.addQueue("P", *queue.getResType());
+    network.addQueue("R", *queue.getResType());
+    network.run();
+    network.elements.erase("P");
+    network.addQueue("A", *queue.getResType());
+    network.addQueue("Z", *queue.getResType());
+    const std::string results = buildResultsJson(network);
+
+    EXPECT_EQ(results.find("\"P."), std::string::npos);
+    EXPECT_EQ(results.find("\"A."), std::string::npos);
+    EXPECT_EQ(results.find("\"Z."), std::string::npos);
+    EXPECT_NE(results.find("\"Q.CurCount\":1.0,"), std::string::npos);
+    EXPECT_NE(results.find("\"R.CurCount\":0.0,"), std::string::npos);
+}
+
 TEST_F(cResultJsonTest, labelInAnotherEncodingDoesNotKeepTheFiguresBack) {
     network.run("ADDTORESULTS K\xfchn 2;\n");
 
