@@ -42,7 +42,10 @@ ENDLESS = PLAIN.replace("L2 Load Loaded", "L2 Load Trucks")
 # Nothing leads to the Combi.
 UNFIT = "COMBI Load;\n"
 
-MODELS = {"asking": ASKING, "plain": PLAIN, "endless": ENDLESS, "unfit": UNFIT, "my  model; 1": PLAIN}
+# Asks for a value that is declared, which a reader of the model does too.
+DECLARING = PLAIN + "/<CODE>\nSAVEVALUE rate GET(\"rate\");\nADDTORESULTS rate rate;\n/<CODE>\n"
+
+MODELS = {"asking": ASKING, "plain": PLAIN, "endless": ENDLESS, "unfit": UNFIT, "declaring": DECLARING, "my  model; 1": PLAIN}
 
 
 class Controller:

@@ -192,6 +192,25 @@ class Transcripts:
 
         self.assert_replies("MESSAGE n = 3", "FINISHED_RUN")
 
+    def testModelAsksWhileItIsLoaded(self):
+        self.say("LOAD declaring.tbsmx;")
+        self.assert_replies("GET rate")
+        self.say("RUNMODEL;")
+        reply = "GET rate"
+        while reply == "GET rate":
+            self.say("RESPONSE_TO_GET 3")
+            reply = self.program.reply()
+
+        self.assertEqual(reply, "FINISHED_RUN")
+        self.assertEqual(self.results()["rate"], 3)
+
+    def testCloseEndsALoadThatWaits(self):
+        self.say("LOAD declaring.tbsmx;")
+        self.assert_replies("GET rate")
+        self.close(self.program)
+
+        self.assertEqual(self.program.failures(), [])
+
     # ---- messages inside a run
 
     def testResultsAndTracesAreReadWhileTheModelWaits(self):

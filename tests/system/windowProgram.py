@@ -98,12 +98,14 @@ class WindowCase(unittest.TestCase):
         """Starts the program, once more too, and waits for what it shows first. `output` is for what it says."""
         environment = dict(self.display.environment, XDG_CONFIG_HOME=str(self.folder / "settings"),
                            TMPDIR=str(self.folder / "tmp"))
-        with open(self.folder / "said", "wb") as said:
-            self.process = subprocess.Popen([*wrapper, PROGRAM, *map(str, arguments)], cwd=self.folder / "work",
-                                            env=environment, stdout=output or said, stderr=output or said,
-                                            stdin=subprocess.DEVNULL, preexec_fn=become_plain_program)
+        self.process = self.start_program([*wrapper, PROGRAM, *map(str, arguments)], environment, output)
         self.addCleanup(finish, self.process)
         self.wait_for_title(title)
+
+    def start_program(self, command, environment, output):
+        with open(self.folder / "said", "wb") as said:
+            return subprocess.Popen(command, cwd=self.folder / "work", env=environment, stdout=output or said,
+                                    stderr=output or said, stdin=subprocess.DEVNULL, preexec_fn=become_plain_program)
 
     def tearDown(self):
         self.assertEqual((self.folder / "said").read_text(encoding="utf-8"), self.says)
