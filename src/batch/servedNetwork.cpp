@@ -127,8 +127,8 @@ void cServedNetwork::awaitMessages() {
 /// @return nothing at the end of input. @throws cException (code 5) at Ctrl-C.
 std::optional<std::string> cServedNetwork::nextMessage() {
     for (;;) {
-        throwIfStopped();
         if (std::optional<std::string> line = input.next()) return line;
+        awaitInput(STDIN_FILENO);
         if (!input.receive()) return input.rest();
     }
 }

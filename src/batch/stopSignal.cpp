@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <poll.h>
 
 namespace {
 
@@ -23,6 +24,18 @@ void installStopSignal() {
 }
 
 bool isStopRaised() { return stopRaised; }
+
+void awaitInput(int descriptor) {
+    sigset_t interrupt;
+    sigset_t before;
+    sigemptyset(&interrupt);
+    sigaddset(&interrupt, SIGINT);
+    sigprocmask(SIG_BLOCK, &interrupt, &before);
+    pollfd awaited{descriptor, POLLIN, 0};
+    if (!stopRaised) ppoll(&awaited, 1, nullptr, &before);
+    sigprocmask(SIG_SETMASK, &before, nullptr);
+    throwIfStopped();
+}
 
 void throwIfStopped() {
     if (stopRaised)

@@ -8,5 +8,9 @@ void installStopSignal();
 
 bool isStopRaised();
 
+/// Waits until `descriptor` has something to read or is at its end.
+/// @throws cException (code 5) as soon as the flag is raised, also between the look at it and the wait.
+void awaitInput(int descriptor);
+
 /// @throws cException (code 5) if the flag is raised.
 void throwIfStopped();
