@@ -153,7 +153,7 @@ class CheckIncludesTest(unittest.TestCase):
         self.write("app/window.h", "#pragma once\n")
 
         self.assert_found(("model/reader.cpp", 3, "brings in Qt below the layers that may: app/window.h"),
-                          ("model/reader.cpp", 3, "runs up from floor 6 to floor 8: app/window.h"))
+                          ("model/reader.cpp", 3, "runs up from floor 6 to floor 9: app/window.h"))
 
     def test_all_findings_are_told_by_file_and_line(self):
         self.write("flow/link.h", '#include <QString>\n#include "app/window.h"\n#include "kernel/eventLoop.h"\n')
