@@ -131,7 +131,8 @@ class Session:
     def add_statements(self, *statements: str) -> None:
         """Adds statements of the model language to the next run, ahead of its Global Code.
 
-        Each argument is one statement; the ";" at its end may be left out. Raises ValueError for what is not one
+        Each argument is one statement; the ";" at its end may be left out. They hold for that run; only what
+        SETATTRIBUTE sets stays until it is set again or a model is loaded. Raises ValueError for what is not one
         statement, or would be read as a command of the protocol, and then adds none of them.
         """
         lines = [_statement_line(statement) for statement in statements]
