@@ -1,6 +1,10 @@
 """Sessions with timbersim-run, which TIMBERSIM_RUN names."""
 
+import os
+import signal
 import unittest
+
+import timbersim
 
 from .driver_case import DRIVES, EARTHMOVING, DriverTests
 
@@ -15,6 +19,21 @@ class ServerTest(DriverTests, unittest.TestCase):
             seen.add(session.results()["ProductionPerHour"])
 
         self.assertEqual(len(seen), 1)
+
+    def test_a_run_that_never_ends_is_ended_by_its_timeout(self):
+        session = self.start(self.model(DRIVES.replace('GET("minutes")', "0").replace("SIMULATECONDITION", "\\")))
+        with self.assertRaises(timbersim.Timeout):
+            session.run(timeout=0.3)
+
+        with self.assertRaises(ProcessLookupError):
+            os.kill(session.pid, 0)
+
+    def test_a_program_that_is_killed_while_it_waits_for_a_value_is_told(self):
+        session = self.start(self.model(DRIVES))
+        with self.assertRaises(timbersim.ProgramDied) as caught:
+            session.run(lambda key: os.kill(session.pid, signal.SIGKILL) or 1)
+
+        self.assertEqual(caught.exception.status, -signal.SIGKILL)
 
     def test_fifty_thousand_values_are_answered(self):
         session = self.start(self.model(DRIVES.replace("Driven>=3", "Driven>=50000")))

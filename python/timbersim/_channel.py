@@ -123,6 +123,10 @@ class Channel:
         self._idler = threading.Thread(target=self._drain_while_idle, name=f"{self.name} output", daemon=True)
         self._idler.start()
 
+    @property
+    def pid(self) -> int:
+        return self._process.pid
+
     def begin(self) -> None:
         """Forgets what came unasked, before a new request."""
         self._collect()

@@ -95,6 +95,11 @@ class Session:
         """Whether the session has ended. Every call but close() then raises SessionClosed."""
         return self._closed
 
+    @property
+    def pid(self) -> int:
+        """The number of the program's process."""
+        return self._channel.pid
+
     def load(
         self, path: str | os.PathLike[str], on_get: OnGet | None = None, on_message: OnMessage | None = None
     ) -> None:
