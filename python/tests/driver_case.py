@@ -48,6 +48,9 @@ class DriverTests:
         scratch = tempfile.TemporaryDirectory()
         self.addCleanup(scratch.cleanup)
         self.folder = pathlib.Path(scratch.name)
+        settings = self.folder / "timbersim" / "demosettings.ini"
+        settings.parent.mkdir()
+        settings.write_text("[General]\nANIMATIONSPEED=1\n", encoding="ascii")  # milliseconds of an animated step
         places = {name: scratch.name for name in ("TMPDIR", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR")}
         patch = mock.patch.dict(os.environ, {**places, "QT_QPA_PLATFORM": "offscreen"})
         patch.start()
@@ -171,8 +174,8 @@ class DriverTests:
 
     def test_animation_does_not_change_the_figures(self):
         session = self.start(self.model(DRIVES))
-        session.animate(True)
-        session.animate(False)
-        session.run(lambda key: 1)
+        for on in (True, False):
+            session.animate(on)
+            session.run(lambda key: 1)
 
-        self.assertEqual(session.results()["SimTime"], 3)
+            self.assertEqual(session.results()["SimTime"], 3)

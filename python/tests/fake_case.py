@@ -50,6 +50,14 @@ class FakeCase(unittest.TestCase):
         with self.assertRaises(ProcessLookupError):
             os.kill(self.pid(), 0)
 
+    def is_gone(self):
+        """Ended; whether a new parent reaps it is that one's affair."""
+        try:
+            stat = pathlib.Path(f"/proc/{self.pid()}/stat").read_text(encoding="utf-8")
+        except FileNotFoundError:
+            return True
+        return stat.rpartition(")")[2].split()[0] == "Z"
+
     def until(self, condition):
         """Waits for what another process brings about."""
         end = time.monotonic() + PATIENCE

@@ -8,8 +8,10 @@ import sys
 import threading
 import unittest
 import warnings
+from unittest import mock
 
 import timbersim
+import timbersim.session
 
 from .fake_case import PATIENCE, TESTS, FakeCase
 
@@ -49,6 +51,20 @@ class EndTest(FakeCase):
     def keep_in_a_circle(self):
         session = timbersim.Session(program=self.program("Program"))
         session.circle = session
+
+    def test_a_program_behind_a_script_ends_with_the_script(self):
+        wrapper = self.folder / "wrapper"
+        wrapper.write_text(f"#!/bin/sh\n{self.program('ClosesOnlyByForce')} --serve\nexit 1\n", encoding="utf-8")
+        wrapper.chmod(0o755)
+        with mock.patch.object(timbersim.session, "CLOSE_PATIENCE", 0.1):
+            timbersim.Session(program=wrapper).close()
+
+        self.until(self.is_gone)
+
+    def test_an_interrupt_in_a_terminal_is_for_python_alone(self):
+        session = self.start("Program")
+
+        self.assertEqual(os.getpgid(session.pid), session.pid)
 
     def test_no_thread_and_no_open_file_is_left(self):
         def count():
@@ -97,14 +113,6 @@ class InterpreterExitTest(FakeCase):
         self.assertEqual(self.run_script("os.kill(os.getpid(), signal.SIGKILL)").returncode, -9)
 
         self.until(self.is_gone)
-
-    def is_gone(self):
-        """Ended; whether its new parent reaps it is that one's affair."""
-        try:
-            with open(f"/proc/{self.pid()}/stat", encoding="utf-8") as stat:
-                return stat.read().rpartition(")")[2].split()[0] == "Z"
-        except FileNotFoundError:
-            return True
 
 
 class ThreadTest(FakeCase):

@@ -85,6 +85,13 @@ class TimeoutTest(FakeCase):
         self.assertTrue(session.closed)
         self.assert_gone()
 
+    def test_a_run_that_asks_for_ever_is_ended_too(self):
+        session = self.start("AsksWithoutEnd")
+        with self.assertRaises(timbersim.Timeout):
+            session.run(lambda key: 1, timeout=SOON)
+
+        self.assert_gone()
+
     def test_the_timeout_of_answers_does_not_bound_a_run(self):
         with self.start("Program", timeout=PATIENCE) as session:
             session._timeout = 0.0

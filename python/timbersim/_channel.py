@@ -18,7 +18,8 @@ import subprocess
 import threading
 import time
 from collections import deque
-from collections.abc import Sequence
+from collections.abc import Iterator, Sequence
+from contextlib import contextmanager
 from typing import IO
 
 from .errors import ModelError, ProgramDied, ProgramNotFound, ProtocolError, Timeout
@@ -43,6 +44,14 @@ class Deadline:
         if self._end is None:
             return None
         return 1000 * min(max(self._end - time.monotonic(), 0), 3600)
+
+    @contextmanager
+    def paused(self) -> Iterator[None]:
+        """The time spent within doesn't count."""
+        begin = time.monotonic()
+        yield
+        if self._end is not None:
+            self._end += time.monotonic() - begin
 
     def has_passed(self) -> bool:
         return self._end is not None and time.monotonic() > self._end

@@ -122,11 +122,11 @@ class Session:
                 if line.startswith(RESULTS):
                     barriers -= 1
                     continue
-                self._serve(line, on_get, on_message)
+                with deadline.paused():
+                    self._serve(line, on_get, on_message)
                 if line.startswith(GET):
                     self._send(ASK_RESULTS)
                     barriers += 1
-                deadline = Deadline(self._timeout)
             self._has_run = False
             failure = channel.take_failure()
         if failure is not None:
@@ -154,8 +154,8 @@ class Session:
         on_get: called with the key at each GET("key") of the model; gives the value, a finite number. Without it such
             a model raises UnansweredGet.
         on_message: called with the text of each POST of the model.
-        timeout: seconds that may pass until the program asks, posts or ends; None waits for ever. The time that on_get
-            and on_message take doesn't count.
+        timeout: seconds that the program may take in all; None waits for ever. The time that on_get and on_message
+            take doesn't count.
 
         Figures and traces stay for results() and trace() until the next run or load. Raises ModelError if the model
         fails or its user stops it (code 5).
@@ -164,8 +164,10 @@ class Session:
             self._reset_after_run()
             self._send("RUNMODEL;")
             self._has_run = True
-            while (line := channel.receive(Deadline(timeout))) != FINISHED:
-                self._serve(line, on_get, on_message)
+            deadline = Deadline(timeout)
+            while (line := channel.receive(deadline)) != FINISHED:
+                with deadline.paused():
+                    self._serve(line, on_get, on_message)
             failure = channel.take_failure()
         if failure is not None:
             raise failure
