@@ -80,6 +80,16 @@ class DiesInRun(Program):
         sys.exit(7)
 
 
+class DiesAfterItsOutput(Program):
+    """Closes its output, and then says more than a pipe holds."""
+
+    def run(self, line):
+        os.close(1)
+        for number in range(100000):
+            self.complain(f"last words {number}")
+        os._exit(4)
+
+
 class IsKilledInRun(Program):
     def run(self, line):
         os.kill(os.getpid(), signal.SIGKILL)

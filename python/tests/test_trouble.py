@@ -31,6 +31,14 @@ class DeathTest(FakeCase):
         self.assertEqual(caught.exception.stderr.splitlines(), [f"last words {number}" for number in range(960, 1000)])
         self.assert_gone()
 
+    def test_the_last_words_are_waited_for(self):
+        session = self.start("DiesAfterItsOutput")
+        with self.assertRaises(timbersim.ProgramDied) as caught:
+            session.run()
+
+        self.assertEqual(caught.exception.status, 4)
+        self.assertEqual(caught.exception.stderr.splitlines()[-1], "last words 99999")
+
     def test_a_signal_is_told_by_its_name(self):
         session = self.start("IsKilledInRun")
         with self.assertRaises(timbersim.ProgramDied) as caught:
