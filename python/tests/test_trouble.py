@@ -33,11 +33,12 @@ class DeathTest(FakeCase):
 
     def test_the_last_words_are_waited_for(self):
         session = self.start("DiesAfterItsOutput")
-        with self.assertRaises(timbersim.ProgramDied) as caught:
-            session.run()
+        with mock.patch.object(timbersim._channel, "GRACE", PATIENCE):
+            with self.assertRaises(timbersim.ProgramDied) as caught:
+                session.run()
 
         self.assertEqual(caught.exception.status, 4)
-        self.assertEqual(caught.exception.stderr.splitlines()[-1], "last words 99999")
+        self.assertEqual(caught.exception.stderr.splitlines()[-1], "last words 9999")
 
     def test_a_signal_is_told_by_its_name(self):
         session = self.start("IsKilledInRun")
@@ -120,7 +121,8 @@ class TimeoutTest(FakeCase):
                 session.run(on_get, timeout=50.0)
 
     def test_a_program_that_stops_reading_is_ended(self):
-        session = self.start("StopsReading", timeout=SOON)
+        session = self.start("StopsReading")
+        session._timeout = SOON
         with self.assertRaises(timbersim.Timeout):
             session.add_statements(*["SAVEVALUE x 1"] * 100000)
 
@@ -134,7 +136,8 @@ class TimeoutTest(FakeCase):
         self.assert_gone()
 
     def test_messages_without_end_do_not_put_off_the_timeout_of_an_answer(self):
-        session = self.start("FloodsWithMessagesForEver", timeout=SOON)
+        session = self.start("FloodsWithMessagesForEver")
+        session._timeout = SOON
         with self.assertRaises(timbersim.Timeout):
             session.trace("log")
 

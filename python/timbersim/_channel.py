@@ -134,6 +134,7 @@ class Channel:
 
     @property
     def pid(self) -> int:
+        """The number of the process, also after its end."""
         return self._process.pid
 
     def begin(self) -> None:

@@ -73,7 +73,8 @@ def result_frames(results: Mapping[str, float]) -> ResultFrames:
     try:
         import pandas
     except ImportError as failure:
-        raise PandasMissing("results as DataFrames take pandas, which is not installed (pip install pandas)") from failure
+        message = "results as DataFrames take pandas, which is not installed (pip install pandas)"
+        raise PandasMissing(message) from failure
 
     def frame(rows: Mapping[str, Mapping[str, float]], columns: Sequence[str], index: str) -> pandas.DataFrame:
         names = pandas.Index(rows, name=index, dtype=object)

@@ -44,16 +44,17 @@ class Session:
     model: a file to be loaded at once, as by load().
     program: the path of the program. Without it the environment variable TIMBERSIM_RUN (with window: TIMBERSIM) says
         where it is, and without that PATH, where it is called timbersim-run (timbersim).
-    window: shows the window, which needs a display and answers at most twenty calls a second.
+    window: shows the window, which needs a display and takes about twenty lines a second.
     timeout: seconds to wait for each answer other than that of run(); None waits for ever.
 
     A session that isn't closed ends its program, without its leave, when it is collected or the interpreter exits.
     Calls may come from any thread, one at a time; a second one at the same time raises SessionBusy. Only close() may
     always be called: it ends the program, and a call under way raises SessionClosed.
 
-    ModelError, UnknownTrace and ValueError leave the session usable. Whatever else leaves a call, KeyboardInterrupt
-    and exceptions of on_get and on_message included, closes the session and ends the program: the conversation has
-    stopped in the middle, and the protocol has no word to call off a run.
+    ModelError, UnknownTrace, PandasMissing and the ValueError for an argument that can't be sent leave the session
+    usable. Whatever else leaves a call, KeyboardInterrupt and exceptions of on_get and on_message included, closes the
+    session and ends the program: the conversation has stopped in the middle, and the protocol has no word to call off
+    a run.
 
     Raises ProgramNotFound, ProgramDied, ProtocolError or Timeout when the program can't be brought to answer, and
     ModelError when the model can't be loaded. No program is left behind then.
@@ -151,8 +152,8 @@ class Session:
     ) -> None:
         """Runs the model, with all its replications, to the end.
 
-        on_get: called with the key at each GET("key") of the model; gives the value, a finite number. Without it such
-            a model raises UnansweredGet.
+        on_get: called with the key at each GET("key") of the model; gives the value; what is no finite number raises
+            ValueError or TypeError here. Without it such a model raises UnansweredGet.
         on_message: called with the text of each POST of the model.
         timeout: seconds that the program may take in all; None waits for ever. The time that on_get and on_message
             take doesn't count.
