@@ -1,5 +1,7 @@
 #include "app/runDisplay.h"
 
+#include "editor/animation.h"
+
 #include <QAction>
 #include <QLabel>
 #include <QMainWindow>
@@ -14,7 +16,16 @@ void cRunDisplay::multipleRunsBegin() {
     pause.setEnabled(false);
 }
 
-/// Counts from 0: the first of five replications is 0 of 5.
 void cRunDisplay::replicationBegins(std::int32_t index, std::int32_t replications) {
-    status.setText(tr("Status: Simulating multiple runs: %1 of %2").arg(index).arg(replications));
+    begun = index;
+    wanted = replications;
+    isBehind = true;
+    if (animation::isOn) refresh();
+}
+
+/// Counts from 0: the first of five replications is 0 of 5.
+void cRunDisplay::refresh() {
+    if (!isBehind) return;
+    isBehind = false;
+    status.setText(tr("Status: Simulating multiple runs: %1 of %2").arg(begun).arg(wanted));
 }

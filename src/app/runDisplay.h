@@ -22,9 +22,16 @@ public:
     void multipleRunsBegin() override;
     void replicationBegins(std::int32_t index, std::int32_t replications) override;
 
+    /// To be called before the user gets to see something: replications can follow each other faster than a label can
+    /// be told of them.
+    void refresh();
+
 private:
     QMainWindow& window;
     QLabel& status;
     QAction& pause;
     const std::function<void()> forgetResults;
+    std::int32_t begun = 0;  // the replication that the label has not been told of, if `isBehind`
+    std::int32_t wanted = 0;
+    bool isBehind = false;
 };

@@ -165,7 +165,7 @@ private:
     void holdRun();
     bool isEndAsked() const { return stopAsked || stopRequested; }
     void throwIfEndAsked() const;
-    bool isTimeForEvents();
+    void processEventsInTime();
     void paintNowAndThen();
     /// What the user is told of a run that was broken off, and what is undone of it.
     void breakOff(const cException& failure);

@@ -25,6 +25,8 @@ namespace {
 /// How long a run goes on before the window processes its events again. Asking at each advance of the clock would cost
 /// many models more than the simulation itself.
 constexpr qint64 patience = 10;  // milliseconds
+/// How many calls may go by without a look at the clock, which costs as much as some of them do.
+constexpr int mostCallsPerLook = 32;
 /// How often a run that isn't animated is painted: a large canvas takes some 50 milliseconds each time.
 constexpr qint64 paintPause = 500;  // milliseconds
 
@@ -52,6 +54,7 @@ bool tsApp::runToTheEnd() {
     showRunState(false, true, true);
     stopAsked = false;
     runIsOn = true;
+    sincePaint.start();
     bool isDone = false;
     try {
         runReplications();
@@ -73,6 +76,7 @@ void tsApp::runReplications() {
     waitingStatements.clear();
     code.globalCode = globalCodeDialog->text().toStdString();
     ::runReplications(*this, code, *runDisplay);
+    runDisplay->refresh();
 }
 
 void tsApp::onPause() {
@@ -82,6 +86,7 @@ void tsApp::onPause() {
 /// Holds the run at the point that it has reached, until Run, Stop or the end of the program.
 void tsApp::holdRun() {
     paused = true;
+    runDisplay->refresh();
     view->viewport()->update();
     showSimTime();
     showRunState(true, false, true);
@@ -104,29 +109,29 @@ void tsApp::throwStop() {
 }
 
 void tsApp::processHostEvents() {
-    if (loading) return;
-    if (isTimeForEvents()) {
-        paintNowAndThen();
-        QCoreApplication::processEvents();
-        sinceEvents.start();
-    }
-    throwIfEndAsked();
+    if (++callsSinceLook >= callsPerLook) processEventsInTime();
+    if (stopAsked || stopRequested) throwIfEndAsked();
 }
 
 /// Looks at the clock at fewer calls the faster they come: while a look finds less than a tenth of the patience gone
-/// since the one before, twice as many calls go by until the next, up to 8.
-bool tsApp::isTimeForEvents() {
-    if (++callsSinceLook < callsPerLook && sinceEvents.isValid()) return false;
+/// since the one before, twice as many calls go by until the next, up to `mostCallsPerLook`.
+void tsApp::processEventsInTime() {
+    if (loading) return;
     callsSinceLook = 0;
     const qint64 gone = sinceEvents.isValid() ? sinceEvents.elapsed() : patience;
     const bool isFast = gone - goneAtLook <= patience / 10 && gone >= goneAtLook;
-    callsPerLook = isFast ? std::min(2 * callsPerLook, 8) : 1;
+    callsPerLook = isFast ? std::min(2 * callsPerLook, mostCallsPerLook) : 1;
     goneAtLook = gone < patience ? gone : 0;
-    return gone >= patience;
+    if (gone < patience) return;
+
+    runDisplay->refresh();
+    paintNowAndThen();
+    QCoreApplication::processEvents();
+    sinceEvents.start();
 }
 
 void tsApp::paintNowAndThen() {
-    if (sincePaint.isValid() && !sincePaint.hasExpired(paintPause)) return;
+    if (!sincePaint.hasExpired(paintPause)) return;
     view->viewport()->update();
     sincePaint.start();
 }

@@ -9,16 +9,13 @@ template <typename cKernel>
 class cTQActivity : public cTQNode, public virtual cKernel {
 public:
     void onStart() override {
-        const cShownStep step(*this);
-        cKernel::onStart();
+        showStep([this] { cKernel::onStart(); });
     }
     void beforeEnd() override {
-        const cShownStep step(*this);
-        cKernel::beforeEnd();
+        showStep([this] { cKernel::beforeEnd(); });
     }
     void onEnd() override {
-        const cShownStep step(*this);
-        cKernel::onEnd();
+        showStep([this] { cKernel::onEnd(); });
     }
     void refreshElement() override { runChanged(); }
 

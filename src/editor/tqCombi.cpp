@@ -3,8 +3,7 @@
 #include "kernel/propertyWords.h"
 
 void cTQCombi::beforeDraws() {
-    const cShownStep step(*this);
-    cNodeActCombi::beforeDraws();
+    showStep([this] { cNodeActCombi::beforeDraws(); });
 }
 
 std::vector<cFormRow> cTQCombi::formRows() {

@@ -105,7 +105,7 @@ void cTQLink::handleMoved() {
 
 void cTQLink::runOnFlowStatements() {
     cLink::runOnFlowStatements();
-    if (animation::isOn) const cShownStep step(*this);
+    showStep([] {});
 }
 
 QRectF cTQLink::paintedRect() const {

@@ -72,13 +72,14 @@ cFormRow cTQNetworkElement::nameRow(const QString& label) {
     return row;
 }
 
-void cShownStep::show(cTQNetworkElement& shown) {
-    element = &shown;
-    element->setHighlight(1);
+cShownStep::cShownStep(cTQNetworkElement& shown) : element(shown) {
+    element.setHighlight(1);
     try {
         animation::waitStep();
     } catch (...) {
-        element->setHighlight(0);
+        element.setHighlight(0);
         throw;
     }
 }
+
+cShownStep::~cShownStep() { element.setHighlight(0); }

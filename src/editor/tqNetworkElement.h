@@ -17,6 +17,21 @@ class QDialog;
 class cElementPanel;
 class cNetworkElement;
 
+class cTQNetworkElement;
+
+/// A visible step of a run: the element stands out for the length of the animation delay and until the scope ends.
+class cShownStep {
+public:
+    /// @throws cException (code 5) if the user stopped the run meanwhile.
+    explicit cShownStep(cTQNetworkElement& shown);
+    ~cShownStep();
+    cShownStep(const cShownStep&) = delete;
+    cShownStep& operator=(const cShownStep&) = delete;
+
+private:
+    cTQNetworkElement& element;
+};
+
 /// What all elements on the canvas have in common: one object is drawn here and simulated by the engine. The engine
 /// holds the truth; the panel is a view of it.
 ///
@@ -53,6 +68,16 @@ public:
     /// window repaints the canvas now and then.
     void runChanged() {
         if (animation::isOn) update();
+    }
+
+    /// Does a step of a run, which can be seen while the animation is on: the element stands out for the length of the
+    /// animation delay first, and until the step is done. @throws cException as the step does, and (code 5) if the user
+    /// stopped the run meanwhile.
+    template <typename cStep>
+    void showStep(cStep step) {
+        if (!animation::isOn) return step();  // the way of nearly all steps: nothing is to be undone behind it
+        const cShownStep shown(*this);
+        step();
     }
 
     /// What is written beside the element, and how far below its middle.
@@ -96,24 +121,4 @@ protected:
 
 private:
     int highlight = 0;
-};
-
-/// A visible step of a run: the element stands out for the length of the animation delay and until the scope ends. Does
-/// nothing while the animation is off.
-class cShownStep {
-public:
-    /// @throws cException (code 5) if the user stopped the run meanwhile.
-    explicit cShownStep(cTQNetworkElement& shown) {
-        if (animation::isOn) show(shown);
-    }
-    ~cShownStep() {
-        if (element != nullptr) element->setHighlight(0);
-    }
-    cShownStep(const cShownStep&) = delete;
-    cShownStep& operator=(const cShownStep&) = delete;
-
-private:
-    void show(cTQNetworkElement& shown);
-
-    cTQNetworkElement* element = nullptr;
 };

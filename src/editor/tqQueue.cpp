@@ -7,13 +7,11 @@
 cTQQueue::cTQQueue(cResType* type) : cTQNode(queueShape()) { setResType(type); }
 
 void cTQQueue::onEntry() {
-    const cShownStep step(*this);
-    cNodeQueue::onEntry();
+    showStep([this] { cNodeQueue::onEntry(); });
 }
 
 void cTQQueue::onDrawFrom() {
-    const cShownStep step(*this);
-    cNodeQueue::onDrawFrom();
+    showStep([this] { cNodeQueue::onDrawFrom(); });
 }
 
 void cTQQueue::renamed(const std::string& oldName) {

@@ -20,6 +20,7 @@ public:
     ~cNodeAuxAssembler() override;
 
     std::string getKind() const override { return "ASSEMBLER"; }
+    void checkStart() const override { refuseStartWithoutOutLinks("Assembler"); }
 
     void flowBegin() override;
     void receive(cRes& resource) override { addHolding(resource); }

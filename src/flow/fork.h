@@ -11,6 +11,7 @@ public:
     cNodeAuxFork() { takeDefaultName("Fork"); }
 
     std::string getKind() const override { return "FORK"; }
+    void checkStart() const override { refuseStartWithoutOutLinks("Fork"); }
 
     void flowBegin() override;
     void flowSettle() override;

@@ -29,6 +29,10 @@ std::string cLink::getKind() const {
     return {};
 }
 
+void cLink::checkStart() const {
+    if (predNode == nullptr || succNode == nullptr) refuseStart("One or more links not connected properly.");
+}
+
 double cLink::getAttribute(const std::string& keyword) {
     if (keyword == "nDraws") return nDraws;
 

@@ -30,6 +30,7 @@ public:
 
     /// "DRAWLINK", "RELEASELINK" or "FLOWLINK"; empty while the link is none of them.
     std::string getKind() const override;
+    void checkStart() const override;
     /// "nDraws": the draws made so far in the present attempt, 0 outside one.
     /// @throws cException (code 2) for any other keyword.
     double getAttribute(const std::string& keyword) override;

@@ -55,6 +55,11 @@ void cNodeActCombi::beforeDraws() { runStatementList(beforeDrawsStatements, netw
 
 std::int32_t cNodeActCombi::currentPriority() const { return truncateToInt32(priority.evaluate()); }
 
+void cNodeActCombi::checkStart() const {
+    if (getInLinks().empty())
+        refuseStart("Combi \"" + getName() + "\" does not have any inlinks and will be started infinitely.");
+}
+
 void cNodeActCombi::resetElement() {
     beforeDrawsStatements.clear();
     cNodeAct::resetElement();

@@ -14,6 +14,7 @@ public:
     ~cNodeActCombi() override;
 
     std::string getKind() const override { return "COMBI"; }
+    void checkStart() const override;
 
     /// Whether an attempt could succeed. With the semaphore "1", to the letter, only the queues can stop the Combi, and
     /// the answer is whether one of them may have changed since it last failed on them. With any other text it is yes.

@@ -39,6 +39,10 @@ void cNetworkElement::ensureName() {
         setName("Element" + std::to_string(number % numberRange));
 }
 
+void cNetworkElement::refuseStart(const std::string& reason) {
+    throw cException{failureCode::startUp, "Simulation failed to start.\n" + reason, {}, {}};
+}
+
 double cNetworkElement::getAttribute(const std::string&) { throw cException{failureCode::noKeywords, {}, {}, {}}; }
 
 void cNetworkElement::takeDefaultName(const std::string& prefix) {

@@ -32,6 +32,8 @@ public:
     /// The value of a statistic now, by keyword.
     /// @throws cException (code 3, without a message) for elements that answer no keyword.
     virtual double getAttribute(const std::string& keyword);
+    /// Refuses a run that can't end well as the element is linked now. @throws cException (code 4) with the reason.
+    virtual void checkStart() const {}
     /// Returns the element to its state before a run.
     virtual void resetElement() = 0;
 
@@ -51,6 +53,8 @@ protected:
     void takeDefaultName(const std::string& prefix);
 
     cNetwork& network() const { return *model; }
+
+    [[noreturn]] static void refuseStart(const std::string& reason);
 
     cException elementError;  ///< where the element builds an error before it throws a copy
 

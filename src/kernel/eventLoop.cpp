@@ -1,8 +1,5 @@
 // The members of the network that drive Combis and activities: the checks before a run, the main loop, the clock.
 
-#include "flow/assembler.h"
-#include "flow/fork.h"
-#include "flow/link.h"
 #include "kernel/combi.h"
 #include "kernel/network.h"
 #include "language/symbols.h"
@@ -12,31 +9,6 @@
 namespace {
 
 constexpr std::int32_t runIsOn = 1;
-
-[[noreturn]] void refuseToStart(const std::string& reason) {
-    throw cException{failureCode::startUp, "Simulation failed to start.\n" + reason, {}, {}};
-}
-
-void checkOutLinks(const std::string& kind, const cNode& node) {
-    if (node.getOutLinks().empty())
-        refuseToStart(kind + " \"" + node.getName() +
-                      "\" does not have any outlinks which causes a logical error in the model.");
-}
-
-void checkElement(const cNetworkElement& element) {
-    const auto* link = dynamic_cast<const cLink*>(&element);
-    if (link != nullptr && (link->getPredNode() == nullptr || link->getSuccNode() == nullptr))
-        refuseToStart("One or more links not connected properly.");
-
-    const auto* combi = dynamic_cast<const cNodeActCombi*>(&element);
-    if (combi != nullptr && combi->getInLinks().empty())
-        refuseToStart("Combi \"" + combi->getName() + "\" does not have any inlinks and will be started infinitely.");
-
-    const auto* fork = dynamic_cast<const cNodeAuxFork*>(&element);
-    if (fork != nullptr) checkOutLinks("Fork", *fork);
-    const auto* assembler = dynamic_cast<const cNodeAuxAssembler*>(&element);
-    if (assembler != nullptr) checkOutLinks("Assembler", *assembler);
-}
 
 /// Raises a flag for the length of a scope.
 class cRaised {
@@ -52,7 +24,9 @@ private:
 
 }  // namespace
 
-void cNetwork::startUpChecks() const { forEachElement(checkElement); }
+void cNetwork::startUpChecks() const {
+    forEachElement([](const cNetworkElement& element) { element.checkStart(); });
+}
 
 void cNetwork::runSimulation() {
     if (simulating)

@@ -48,3 +48,9 @@ void cNode::removeOutLink(cLink* link) {
     eraseLink(outLinks, link);
     outWalk.forget();
 }
+
+void cNode::refuseStartWithoutOutLinks(const std::string& kind) const {
+    if (outLinks.empty())
+        refuseStart(kind + " \"" + getName() +
+                    "\" does not have any outlinks which causes a logical error in the model.");
+}

@@ -29,6 +29,10 @@ public:
     const std::vector<cLink*>& inLinkWalk() const { return inWalk.of(inLinks); }
     const std::vector<cLink*>& outLinkWalk() const { return outWalk.of(outLinks); }
 
+protected:
+    /// @param kind what the user calls the node. @throws cException (code 4) if no link leads out of it.
+    void refuseStartWithoutOutLinks(const std::string& kind) const;
+
 private:
     using cLinks = std::map<std::string, cLink*>;
 
