@@ -3,6 +3,7 @@
 #include "kernel/replications.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <functional>
 
 class QAction;
@@ -22,9 +23,11 @@ public:
     void multipleRunsBegin() override;
     void replicationBegins(std::int32_t index, std::int32_t replications) override;
 
-    /// To be called before the user gets to see something: replications can follow each other faster than a label can
-    /// be told of them.
+    /// Tells the label where the run is; to be called where the user can look at it for a while. Replications can
+    /// follow each other faster than a label can be told of them.
     void refresh();
+    /// The same a few times a second, to be called before each processing of events.
+    void refreshNowAndThen();
 
 private:
     QMainWindow& window;
@@ -34,4 +37,5 @@ private:
     std::int32_t begun = 0;  // the replication that the label has not been told of, if `isBehind`
     std::int32_t wanted = 0;
     bool isBehind = false;
+    QElapsedTimer sinceRefresh;
 };

@@ -124,7 +124,7 @@ void tsApp::processEventsInTime() {
     goneAtLook = gone < patience ? gone : 0;
     if (gone < patience) return;
 
-    runDisplay->refresh();
+    runDisplay->refreshNowAndThen();
     paintNowAndThen();
     QCoreApplication::processEvents();
     sinceEvents.start();

@@ -104,6 +104,8 @@ void cTQLink::handleMoved() {
 }
 
 void cTQLink::runOnFlowStatements() {
+    if (!animation::isOn) return cLink::runOnFlowStatements();  // the way of nearly all flows
+
     cLink::runOnFlowStatements();
     showStep([] {});
 }

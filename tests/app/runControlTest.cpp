@@ -324,6 +324,24 @@ private Q_SLOTS:
         QCOMPARE(find<QLabel>("statusLabel")->text(), "Status: Edit mode.");
     }
 
+    void replicationsThatWereBrokenOffAreNotToldOfLater() {
+        find<QTextEdit>("globalCodeEdit")->setPlainText("MULTISIM 1000000;");
+        QTimer::singleShot(25, &model->window, &tsApp::onStop);  // when more have begun than the label was told of
+        QCOMPARE(boxesDuring([&] { model->window.onRun(); }).size(), 1);
+
+        find<QTextEdit>("globalCodeEdit")->clear();
+        find<QCheckBox>("clockAdvanceBox")->setChecked(true);
+        QStringList states;
+        runAndAtEachHold([&] {
+            states.append(find<QLabel>("statusLabel")->text());
+            trigger("runAction");
+        });
+
+        QVERIFY(!states.isEmpty());
+        states.removeDuplicates();
+        QCOMPARE(states, QStringList("Status: Simulating single run."));
+    }
+
     void drawsReleasesAndForksAreShownOnceEach() {
         auto& fork = model->drop<cTQFork>("Fork", {300, 200}, "Split");
         model->window.removeElement(model->draws);
