@@ -158,7 +158,7 @@ class Session:
         timeout: seconds that the program may take in all; None waits for ever. The time that on_get and on_message
             take doesn't count.
 
-        Figures and traces stay for results() and trace() until the next run or load. Raises ModelError if the model
+        Figures and traces stay for results() and trace() until the next run. Raises ModelError if the model
         fails or its user stops it (code 5).
         """
         with self._conversation() as channel:

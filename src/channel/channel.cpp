@@ -151,11 +151,8 @@ void cChannel::takeAnswer(const std::string& message) {
 
 void cChannel::resetModel(const std::string&) { network.clearNetwork(); }
 
-/// The figures of the model before it are none of this one's.
-void cChannel::loadModel(const std::string& message) {
-    host.load(argumentOf(message));
-    network.runStatistics->resetResults();
-}
+/// Results and traces stay those of the last run, whatever model is there by now.
+void cChannel::loadModel(const std::string& message) { host.load(argumentOf(message)); }
 
 void cChannel::setAnimated(const std::string& message) {
     if (message.find(' ') == std::string::npos) return;

@@ -96,13 +96,13 @@ TEST_F(cChannelTest, loadPathKeepsItsBlanksAndLosesOnlyItsLastSemicolon) {
     EXPECT_EQ(doneFor({"LOAD my  models/a;b .tbsmx;"}), cTexts{"load my  models/a;b .tbsmx"});
 }
 
-TEST_F(cChannelTest, modelThatWasLoadedHasNoResults) {
-    network.run("PRINT notes \"done\";");
+TEST_F(cChannelTest, loadLeavesResultsAndTracesOfTheLastRun) {
+    network.run("PRINT notes \"done\";\nADDTORESULTS Half 1/2;");
     channel.handle("LOAD other.tbsmx;");
     channel.handle("GETRESULTS;");
     channel.handle("GETTRACE notes;");
 
-    EXPECT_EQ(host.sent, "RESULTS {}\n");
+    EXPECT_EQ(host.sent, "RESULTS {\"Half\":0.5,\"SimTime\":0.0}\nTRACE done|\n");
 }
 
 TEST_F(cChannelTest, setAnimateTicksForTheExactValueAlone) {

@@ -45,7 +45,11 @@ UNFIT = "COMBI Load;\n"
 # Asks for a value that is declared, which a reader of the model does too.
 DECLARING = PLAIN + "/<CODE>\nSAVEVALUE rate GET(\"rate\");\nADDTORESULTS rate rate;\n/<CODE>\n"
 
-MODELS = {"asking": ASKING, "plain": PLAIN, "endless": ENDLESS, "unfit": UNFIT, "declaring": DECLARING, "my  model; 1": PLAIN}
+# Nothing happens; two of its names are those of another kind of element or of the same.
+OTHER = "GENTYPE Truck;\nQUEUE Load Truck;\nQUEUE Loaded Truck;\nTBINITIALCONTENT Load 2;\n"
+
+MODELS = {"asking": ASKING, "plain": PLAIN, "endless": ENDLESS, "unfit": UNFIT, "declaring": DECLARING, "other": OTHER,
+          "my  model; 1": PLAIN}
 
 
 class Controller:

@@ -54,11 +54,26 @@ class Transcripts:
 
         self.assert_replies("RESULTS {}", "RESULTS {}")
 
-    def testModelThatWasLoadedHasNoResultsOfTheOneBefore(self):
-        self.load_and_run()
-        self.say("LOAD asking.tbsmx")
+    def testResultsAndTracesOutliveALoadUntilTheNextRun(self):
+        self.say("LOAD plain.tbsmx", 'PRINT log "old";', "ADDTORESULTS Half 1/2;", "RUNMODEL;", "LOAD other.tbsmx",
+                 "GETTRACE log;")
+        self.assert_replies("FINISHED_RUN", "TRACE old|")
+        old = self.results()
+        self.say("RUNMODEL;", "GETTRACE log;")
+        self.assert_replies("FINISHED_RUN")
+        new = self.results()
 
-        self.assertEqual(self.results(), {})
+        self.assertEqual((old["SimTime"], old["Half"], old["Loaded.CurCount"]), (5, 0.5, 1))
+        # Load is a queue now, and Trucks are gone: the last run has no figures of the one, and the other's aren't shown.
+        self.assertEqual([name for name in old if name.startswith(("Load.", "Trucks."))], [])
+        self.assertEqual((new["SimTime"], new["Load.CurCount"], new["Loaded.CurCount"]), (0, 2, 0))
+        self.assertNotIn("Half", new)
+
+    def testResultsOutliveALoadThatFails(self):
+        self.load_and_run()
+        self.say("LOAD none.tbsmx;")
+
+        self.assertEqual(self.results(), {"SimTime": 5})
 
     def testLoadedPathKeepsItsBlanksAndLosesOneSemicolon(self):
         self.say("load my  model; 1.tbsmx;", "RUNMODEL;")
@@ -241,7 +256,8 @@ class Transcripts:
         self.say("RESPONSE_TO_GET 3")
         self.assert_replies("FINISHED_RUN")
         self.assertEqual(json.loads(self.program.reply()[len("RESULTS "):])["SimTime"], 3)
-        self.assert_replies("RESULTS {}", "FINISHED_RUN")
+        self.assertEqual(json.loads(self.program.reply()[len("RESULTS "):])["SimTime"], 3)  # no run since
+        self.assert_replies("FINISHED_RUN")
         self.assertEqual(self.results()["SimTime"], 5)
 
     def testCloseWhileTheModelWaitsIsTheLastReply(self):
