@@ -2,6 +2,7 @@
 
 #include <array>
 #include <csignal>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <string>
 #include <thread>
@@ -26,6 +27,14 @@ protected:
         if (ends[0] != -1) close(ends[0]);
         ends[0] = -1;
     }
+    /// Whether a text is written whole while it is read; what is read stands in `got`.
+    bool isWrittenWhole(const std::string& text, std::string& got) const {
+        bool isWritten = false;
+        std::thread writing([&] { isWritten = writeWhole(writer(), text); });
+        got = read(text.size());
+        writing.join();
+        return isWritten;
+    }
     /// What comes out of the pipe, until `count` bytes have.
     std::string read(std::size_t count) const {
         std::string text;
@@ -46,13 +55,30 @@ private:
 
 TEST_F(cWholeWriteTest, moreThanAPipeHoldsIsWrittenWhole) {
     const std::string text(1'000'000, 'x');
-    bool isWritten = false;
-    std::thread writing([&] { isWritten = writeWhole(writer(), text); });
-    const std::string got = read(text.size());
+    std::string got;
+
+    EXPECT_TRUE(isWrittenWhole(text, got));
+    EXPECT_EQ(got, text);
+}
+
+TEST_F(cWholeWriteTest, fileThatDoesNotWaitIsWaitedFor) {
+    EXPECT_EQ(fcntl(writer(), F_SETFL, O_NONBLOCK), 0);
+    const std::string text(1'000'000, 'x');
+    std::string got;
+
+    EXPECT_TRUE(isWrittenWhole(text, got));
+    EXPECT_EQ(got, text);
+}
+
+TEST_F(cWholeWriteTest, fileThatDoesNotWaitIsLeftWhenItsReaderGoes) {
+    EXPECT_EQ(fcntl(writer(), F_SETFL, O_NONBLOCK), 0);
+    bool isWritten = true;
+    std::thread writing([&] { isWritten = writeWhole(writer(), std::string(1'000'000, 'x')); });
+    EXPECT_EQ(read(4096).front(), 'x');
+    closeReader();
     writing.join();
 
-    EXPECT_TRUE(isWritten);
-    EXPECT_EQ(got, text);
+    EXPECT_FALSE(isWritten);
 }
 
 TEST_F(cWholeWriteTest, withoutAReaderNothingIsWritten) {
