@@ -69,6 +69,7 @@ void syncFolder(const QString& folder) {
 }  // namespace
 
 QString readWholeFile(const QString& path, QByteArray& text) {
+    if (path.contains(QChar::Null)) return cWholeFile::tr("There is a zero byte in its name.");
     const QFileInfo present(path);
     if (present.exists() && !present.isFile()) return notPlain();
     QFile file(path);

@@ -7,7 +7,17 @@
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+std::string readPlainFile(const std::string& path) {
+    if (path.find('\0') != std::string::npos)
+        throw cFileError{"can't read the model: There is a zero byte in its name."};
+    struct stat found {};
+    if (stat(path.c_str(), &found) == 0 && !S_ISREG(found.st_mode))
+        throw cFileError{"can't read " + path + ": It is not a plain file."};
+    return readFile(path);
+}
 
 std::string readFile(const std::string& path) {
     const cFileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));

@@ -15,6 +15,7 @@
 #include <new>
 #include <sstream>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -28,6 +29,7 @@ cServedNetwork::cServedNetwork(std::optional<std::uint32_t> seed, std::ostream& 
     : cNetwork(clockFor(seed)), failures(failureStream), channel(*this, *this), input(STDIN_FILENO) {}
 
 bool cServedNetwork::open(const std::string& path) {
+    isOpening = true;
     channel.handle("LOAD " + path + ';');
     return isLoaded;
 }
@@ -77,7 +79,7 @@ void cServedNetwork::load(const std::string& path) {
 }
 
 void cServedNetwork::readModelFile(const std::string& path) {
-    std::istringstream text(readFile(path));
+    std::istringstream text(std::exchange(isOpening, false) ? readFile(path) : readPlainFile(path));
     cEngineBuilder builder(*this);
     const cModelReading reading = readModel(text, builder);
     for (const cModelWarning& warning : reading.warnings) failures << warningLine(path, warning);

@@ -19,7 +19,7 @@ public:
     /// @param failureStream takes failures, and warnings of models that are read. Must live as long as this.
     cServedNetwork(std::optional<std::uint32_t> seed, std::ostream& failureStream);
 
-    /// Reads a model, as the controller's LOAD does. @return whether there was one.
+    /// Reads a model, as the controller's LOAD does, from a pipe too. @return whether there was one.
     bool open(const std::string& path);
     /// Serves messages until the controller closes the program, its input ends, or nobody reads the replies any more.
     /// @throws cException (code 5) at Ctrl-C.
@@ -55,6 +55,7 @@ private:
     cMessageInput input;
     std::vector<std::string> waitingStatements;
     std::string globalCode;
+    bool isOpening = false;  // the next load is of the given model
     bool isLoaded = false;
     bool ending = false;  // the controller closed the program, or is gone
     int turnsSinceLook = 0;

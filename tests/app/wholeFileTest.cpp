@@ -95,6 +95,12 @@ TEST_F(wholeFileTest, whatIsNoPlainFileIsNotRead) {
     for (const char* name : {".", "pipe", "device"}) EXPECT_EQ(refusal(name), "It is not a plain file.") << name;
 }
 
+TEST_F(wholeFileTest, nameIsNotReadAsFarAsAZeroByteAlone) {
+    folder.write("m", "text");
+
+    EXPECT_EQ(refusal(std::string("m\0x", 3)), "There is a zero byte in its name.");
+}
+
 TEST_F(wholeFileTest, whatIsNotThereIsNotRead) {
     fs::create_symlink("none", folder / "dangling");
 

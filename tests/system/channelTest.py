@@ -4,7 +4,7 @@ import json
 import os
 import unittest
 
-from channelProgram import BATCH, WINDOW, ChannelCase
+from channelProgram import BATCH, PLAIN, WINDOW, ChannelCase
 
 UNFIT_FAILURE = ('ERROR 4 Simulation failed to start. Combi "Load" does not have any inlinks and will be started '
                  "infinitely.")
@@ -91,6 +91,27 @@ class Transcripts:
         self.close(self.program)
         self.assertEqual(len(self.program.failures()), 1)
         self.assertRegex(self.program.failures()[0], "^ERROR 0 .*No such file or directory$")
+
+    def testWhatIsNoPlainFileIsNotLoaded(self):
+        """Nor waited for: nobody writes to the pipe, and what is in the channel isn't the model's."""
+        os.mkfifo(self.folder / "pipe")
+        refused = ("pipe", "/dev/zero", "/dev/stdin", ".")
+        for path in refused:
+            self.say(f"LOAD {path};")
+        self.load_and_run()
+        self.close(self.program)
+
+        self.assertEqual(len(self.program.failures()), len(refused))
+        for failure in self.program.failures():
+            self.assertRegex(failure, r"^ERROR 0 .*It is not a plain file\.$")
+
+    def testPathWithAZeroByteIsNotLoadedAsFarAsThat(self):
+        self.say("LOAD plain.tbsmx\0x;")
+        self.load_and_run("other")
+        self.close(self.program)
+
+        self.assertEqual(len(self.program.failures()), 1)
+        self.assertRegex(self.program.failures()[0], r"^ERROR 0 .*There is a zero byte in its name\.$")
 
     def testRunModelInLowerCaseRuns(self):
         self.say("LOAD plain.tbsmx", "runmodel;")
@@ -390,6 +411,18 @@ class GivenModelTest(ChannelCase):
         self.assertEqual(program.reply(), "FINISHED_RUN")
         self.assertIn('"SimTime":5.0', program.reply())
         self.close(program)
+
+    def testGivenModelMayBeAPipeOnce(self):
+        path = self.folder / "pipe"
+        os.mkfifo(path)
+        program = self.start("pipe")
+        path.write_text(PLAIN, encoding="ascii")
+        program.send("RUNMODEL;", "GETRESULTS;", "LOAD pipe;")
+
+        self.assertEqual(program.reply(), "FINISHED_RUN")
+        self.assertIn('"SimTime":5.0', program.reply())
+        self.close(program)
+        self.assertEqual(program.failures(), ["ERROR 0 can't read pipe: It is not a plain file."])
 
     def testGivenModelThatCannotBeReadEndsTheProgram(self):
         program = self.start("none.tbsmx")
