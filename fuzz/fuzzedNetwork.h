@@ -18,7 +18,7 @@
 /// elements, the C library's numbers) begins anew with each network.
 ///
 /// A cException is a right answer to any text, and ends what was attempted. Whatever else is thrown is a fault, and
-/// ends the program. Replication lines go nowhere: there is no file of an empty name.
+/// ends the program. Replication lines go nowhere.
 class cFuzzedNetwork : public cNetwork, private cRunObserver {
 public:
     cFuzzedNetwork() : cNetwork([] { return std::int64_t{1}; }) {

@@ -91,6 +91,7 @@ void cRunStatistics::gatherReplication() {
         means[column] += delta / replicationCount;
         squaredDeviations[column] += (row[column] - means[column]) * delta;
     }
+    if (temporaryPath.empty()) return;
     pendingLines.push_back(formLine(row));
     if (pendingLines.size() >= flushThreshold) flushLines();
 }

@@ -23,7 +23,8 @@ public:
     cRunStatistics& operator=(const cRunStatistics&) = delete;
 
     /// Where lines go, into a file that each run makes anew. The default is "my_temp_file.txt" in the system's
-    /// temporary directory, which two programs that run at the same time would share.
+    /// temporary directory, which two programs that run at the same time would share. With an empty path there is no
+    /// file, and lines go nowhere.
     void setTemporaryPath(std::filesystem::path path) { temporaryPath = std::move(path); }
     const std::filesystem::path& getTemporaryPath() const { return temporaryPath; }
 

@@ -333,6 +333,20 @@ TEST_F(cRunStatisticsTest, linesStayWaitingWhileTheFileCannotBeOpened) {
     EXPECT_EQ(fileContent(), "Num,SimTime1,1.000000,\n");
 }
 
+TEST_F(cRunStatisticsTest, linesGoNowhereWithoutAPath) {
+    const std::filesystem::path usable = statistics.getTemporaryPath();
+    std::filesystem::remove(usable);
+    statistics.setTemporaryPath({});
+    statistics.prepare();
+    gatherAt(1.0);
+    gatherAt(3.0);
+    statistics.setTemporaryPath(usable);
+    statistics.flushLines();
+
+    EXPECT_EQ(fileContent(), "");
+    EXPECT_EQ(statistics.getMeans(), std::vector<double>{2.0});
+}
+
 TEST_F(cRunStatisticsTest, aHeaderThatCannotBeWrittenIsNoFailureOfTheModel) {
     statistics.setTemporaryPath(statistics.getTemporaryPath() / "nowhere");
 

@@ -2,6 +2,7 @@
 
 import json
 import os
+import signal
 import unittest
 
 from channelProgram import BATCH, PLAIN, WINDOW, ChannelCase
@@ -341,6 +342,17 @@ class BatchTranscriptTest(Transcripts, ChannelCase):
         self.assert_replies("FINISHED_RUN", None)
         self.assertEqual(self.program.wait(), 0)
         self.assertEqual(self.program.failures(), ["ERROR 2 The input ended before the answer to a GET came."])
+
+    def testNothingIsLeftBehindByAKill(self):
+        self.say("LOAD plain.tbsmx", "MULTISIM 3;", "RUNMODEL;")
+        self.assert_replies("FINISHED_RUN")
+        self.assertEqual(list(self.temporary.iterdir()), [])
+        self.say("LOAD asking.tbsmx", "MULTISIM 3;", "RUNMODEL;")
+        self.assert_replies("GET duration")
+        self.program.process.kill()
+
+        self.assertEqual(self.program.wait(), -signal.SIGKILL)
+        self.assertEqual(list(self.temporary.iterdir()), [])
 
     def testNothingButFailuresIsSaidOnStandardError(self):
         self.load_and_run()
