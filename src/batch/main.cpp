@@ -6,20 +6,13 @@
 #include "batch/runJob.h"
 #include "batch/serving.h"
 #include "batch/stopSignal.h"
+#include "channel/standardStreams.h"
 
 #include <csignal>
-#include <fcntl.h>
 #include <iostream>
 #include <unistd.h>
 
 namespace {
-
-/// A standard stream that the caller closed must not become the number of a file that the run writes, where messages
-/// would then go. What stands in for it can't be written to, so its loss is noticed.
-void occupyStandardStreams() {
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
-        if (fcntl(stream, F_GETFD) == -1) open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
-}
 
 int show(const cEarlyEnd& end) {
     if (end.status != exitStatus::done) {

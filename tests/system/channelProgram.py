@@ -56,9 +56,9 @@ class Controller:
     """A program, and what it said."""
 
     def __init__(self, command, folder, environment, **options):
-        streams = {"stdin": subprocess.PIPE, "stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
-        self.process = subprocess.Popen(command, cwd=folder, env=environment, preexec_fn=end_with_parent,
-                                        **{**streams, **options})
+        usual = {"stdin": subprocess.PIPE, "stdout": subprocess.PIPE, "stderr": subprocess.PIPE,
+                 "preexec_fn": end_with_parent}
+        self.process = subprocess.Popen(command, cwd=folder, env=environment, **{**usual, **options})
         self.arrived = queue.Queue()
         self.replies = []
         self.errors = []
@@ -106,6 +106,14 @@ class Controller:
             with contextlib.suppress(BrokenPipeError):  # of what was written to a program that had ended
                 if stream is not None:
                     stream.close()
+
+
+def closing(stream):
+    """What a child does that ends with the test, and has one of its standard streams closed."""
+    def prepare():
+        end_with_parent()
+        os.close(stream)
+    return prepare
 
 
 class ChannelCase(unittest.TestCase):

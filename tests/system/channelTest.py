@@ -3,9 +3,11 @@
 import json
 import os
 import signal
+import subprocess
 import unittest
 
-from channelProgram import BATCH, PLAIN, WINDOW, ChannelCase
+from channelProgram import BATCH, PLAIN, WINDOW, ChannelCase, closing
+from windowDisplay import finish
 
 UNFIT_FAILURE = ('ERROR 4 Simulation failed to start. Combi "Load" does not have any inlinks and will be started '
                  "infinitely.")
@@ -354,6 +356,18 @@ class BatchTranscriptTest(Transcripts, ChannelCase):
         self.assertEqual(self.program.wait(), -signal.SIGKILL)
         self.assertEqual(list(self.temporary.iterdir()), [])
 
+    def testClosedStandardInputIsAtItsEnd(self):
+        program = self.start("plain.tbsmx", stdin=None, preexec_fn=closing(0))
+
+        self.assertEqual(program.wait(), 0)
+        self.assertEqual(program.errors, [])
+
+    def testClosedStandardOutputIsAReaderThatIsGone(self):
+        program = self.start(preexec_fn=closing(1))
+        program.send("GETRESULTS;")
+
+        self.assertEqual(program.wait(), 0)  # standard input is open still
+
     def testNothingButFailuresIsSaidOnStandardError(self):
         self.load_and_run()
         self.close(self.program)
@@ -404,6 +418,16 @@ class WindowTranscriptTest(Transcripts, ChannelCase):
 
         self.assert_replies("RESULTS {}", "CLOSED_TIMBERSIM")
         self.assertEqual(self.program.wait(), 0)
+
+    def testClosedStandardStreamsAreNoFilesOfTheWindow(self):
+        for stream in (0, 1):
+            program = subprocess.Popen(WINDOW, cwd=self.folder, env=self.environment, stderr=subprocess.PIPE,
+                                       preexec_fn=closing(stream))
+            self.addCleanup(finish, program)
+            with program.stderr as said:
+                self.assertIn(b"Python Receiver Thread Started!\n", iter(said.readline, b""))
+
+                self.assertEqual(os.readlink(f"/proc/{program.pid}/fd/{stream}"), "/dev/null")
 
     def testSettingsAreWrittenAtTheEnd(self):
         self.say("SETANIMATE true;")
