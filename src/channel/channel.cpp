@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string_view>
 
 namespace {
@@ -37,6 +38,18 @@ std::string argumentOf(std::string_view message) {
     message.remove_prefix(blank + 1);
     if (message.ends_with(';')) message.remove_suffix(1);
     return std::string(message);
+}
+
+/// What an answer says: digits with a point and an exponent at most, white space around them. All else is 0, and so is
+/// what no model can count with: an infinity, what is too large for a number, or what is none by its name.
+double valueOf(const std::string& answer) {
+    static constexpr const char* whiteSpace = " \t\r\v\f";
+    const std::size_t begin = answer.find_first_not_of(whiteSpace);
+    if (begin == std::string::npos) return 0.0;
+    const std::string number = answer.substr(begin, answer.find_last_not_of(whiteSpace) + 1 - begin);
+    if (number.find_first_not_of("0123456789.eE+-") != std::string::npos) return 0.0;
+    const double value = parseNumber(number).value_or(0.0);
+    return std::isfinite(value) ? value : 0.0;
 }
 
 bool opensWith(std::string_view message, std::string_view word) { return message.starts_with(word); }
@@ -141,7 +154,7 @@ double cChannel::get(const std::string& key) {
         waiting = false;
         throw;
     }
-    return parseNumber(response).value_or(0.0);
+    return valueOf(response);
 }
 
 void cChannel::takeAnswer(const std::string& message) {

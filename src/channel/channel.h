@@ -25,7 +25,8 @@ public:
     /// Serves what was held, if nothing is at work any more.
     void serveHeld();
 
-    /// Asks the controller for a value, and waits for the answer without a limit. An answer that is no number is 0.
+    /// Asks the controller for a value, and waits for the answer without a limit. An answer that is no
+    /// decimal number, or none that is finite, is 0.
     /// @throws cException (code 2) if nothing is at work that may ask, or something already asks; and what the host
     /// throws while it waits.
     double get(const std::string& key);

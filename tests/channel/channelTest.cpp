@@ -222,6 +222,17 @@ TEST_F(cChannelTest, getAsksAndTakesTheAnswer) {
     EXPECT_EQ(host.sent, "GET key\nFINISHED_RUN\n");
 }
 
+TEST_F(cChannelTest, answerIsADecimalNumberWithAnExponentAtMost) {
+    const std::vector<std::pair<std::string, double>> answers{
+        {"5", 5.0},        {"-5", -5.0},    {"+5", 5.0},    {"5.", 5.0},     {".5", 0.5},      {"1e3", 1000.0},
+        {"1E-3", 0.001},   {"5\r", 5.0},    {"\t5", 5.0},   {"1e-999", 0.0}, {"1e308", 1e308}, {"0x10", 0.0},
+        {"0x1p4", 0.0},    {"inf", 0.0},    {"-inf", 0.0},  {"Inf", 0.0},    {"nan", 0.0},     {"NaN", 0.0},
+        {"infinity", 0.0}, {"nan(1)", 0.0}, {"1e999", 0.0}, {"-1e999", 0.0}, {"1e", 0.0},      {"e5", 0.0},
+        {"--5", 0.0},      {"5-", 0.0},     {"1.2.3", 0.0}, {".", 0.0},      {"\t", 0.0},      {"5\t5", 0.0},
+    };
+    for (const auto& [answer, value] : answers) EXPECT_EQ(askDuringRun({"RESPONSE_TO_GET " + answer}), value) << answer;
+}
+
 TEST_F(cChannelTest, answerIsTheSecondFieldAndNothingElse) {
     EXPECT_EQ(askDuringRun({"RESPONSE_TO_GET 7 8"}), 7.0);
     EXPECT_EQ(askDuringRun({"RESPONSE_TO_GETS 9"}), 9.0);

@@ -211,7 +211,8 @@ class Transcripts:
         self.assertEqual(self.results()["SimTime"], 7.5)
 
     def testAnswerThatIsNoNumberIsZero(self):
-        for answer in ("RESPONSE_TO_GET 7;", "RESPONSE_TO_GET seven", "RESPONSE_TO_GET", "RESPONSE_TO_GET  7"):
+        for answer in ("RESPONSE_TO_GET 7;", "RESPONSE_TO_GET seven", "RESPONSE_TO_GET", "RESPONSE_TO_GET  7",
+                       "RESPONSE_TO_GET 0x10", "RESPONSE_TO_GET infinity", "RESPONSE_TO_GET nan", "RESPONSE_TO_GET 1e999"):
             self.say("LOAD asking.tbsmx", "RUNMODEL;")
             self.assert_replies("GET duration")
             self.say(answer)
