@@ -3,6 +3,7 @@
 #include "channel/wholeWrite.h"
 
 #include <array>
+#include <cerrno>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
@@ -46,7 +47,7 @@ std::optional<std::string> cPythonReceiver::nextLine() {
 /// Waits for input or its end. @return false if the thread is to end.
 bool cPythonReceiver::hasInput() const {
     std::array<pollfd, 2> awaited{pollfd{STDIN_FILENO, POLLIN, 0}, pollfd{stopFlag, POLLIN, 0}};
-    poll(awaited.data(), awaited.size(), withoutLimit);
+    while (poll(awaited.data(), awaited.size(), withoutLimit) == -1 && errno == EINTR) continue;
     return awaited[1].revents == 0;
 }
 

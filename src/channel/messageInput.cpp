@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cerrno>
-#include <poll.h>
 #include <unistd.h>
 
 bool cMessageInput::receive() {
@@ -12,10 +11,5 @@ bool cMessageInput::receive() {
         lines.append({piece.data(), static_cast<std::size_t>(count)});
         return true;
     }
-    if (count < 0 && errno == EAGAIN) {  // whoever shares the file made it one that doesn't wait
-        pollfd awaited{descriptor, POLLIN, 0};
-        poll(&awaited, 1, -1);
-        return true;
-    }
-    return count < 0 && errno == EINTR;
+    return count < 0 && (errno == EINTR || errno == EAGAIN);
 }
