@@ -21,6 +21,14 @@ class ConversationTest(FakeCase):
 
         self.assertEqual(self.received(), [f"LOAD {self.folder.parent / 'pit.tbsmx'};"])
 
+    def test_a_path_of_bytes_is_sent_as_text(self):
+        with self.start("Program") as session:
+            session.load("/models/Gr\u00f6\u00dfe.tbsmx".encode())
+            with self.assertRaises(ValueError):  # no text of the protocol, which is UTF-8
+                session.load(b"/models/\xff.tbsmx")
+
+        self.assertEqual(self.received(), ["LOAD /models/Gr\u00f6\u00dfe.tbsmx;"])
+
     def test_a_model_given_at_the_start_is_loaded(self):
         self.start("Program", model="/models/pit.tbsmx").close()
 

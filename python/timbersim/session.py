@@ -5,6 +5,7 @@ from __future__ import annotations
 import json
 import math
 import os
+import threading
 import weakref
 from collections.abc import Callable, Iterator
 from contextlib import contextmanager
@@ -18,6 +19,7 @@ from .results import ResultFrames, result_frames
 
 OnGet = Callable[[str], float]
 OnMessage = Callable[[str], object]
+AnyPath = str | bytes | os.PathLike[str] | os.PathLike[bytes]
 
 CLOSE_PATIENCE = 10.0  # seconds that the program has to end by itself
 
@@ -62,14 +64,14 @@ class Session:
 
     def __init__(
         self,
-        model: str | os.PathLike[str] | None = None,
+        model: AnyPath | None = None,
         *,
         program: str | os.PathLike[str] | None = None,
         window: bool = False,
         timeout: float | None = 30.0,
     ) -> None:
         self._closed = True  # until there is something to close
-        self._busy = False
+        self._call = threading.Lock()  # held by the call that is under way
         self._timeout = timeout
         self._has_run = False  # the model stands as the last run left it
         self._channel = Channel(command_of(WINDOW if window else SERVER, program))
@@ -101,15 +103,13 @@ class Session:
         """The number of the program's process."""
         return self._channel.pid
 
-    def load(
-        self, path: str | os.PathLike[str], on_get: OnGet | None = None, on_message: OnMessage | None = None
-    ) -> None:
+    def load(self, path: AnyPath, on_get: OnGet | None = None, on_message: OnMessage | None = None) -> None:
         """Loads a model file in place of the model that is there.
 
         The declarations of its Global Code are executed, and may ask for values as run() does; on_get and on_message
         are as there. Raises ModelError if the file can't be read or a declaration fails.
         """
-        absolute = os.path.abspath(path)
+        absolute = os.path.abspath(os.fsdecode(path))
         message = _line(f"LOAD {absolute};")
         with self._conversation() as channel:
             self._send(message)
@@ -222,7 +222,7 @@ class Session:
         if self._closed:
             return
         self._closed = True
-        if self._busy:
+        if self._call.locked():
             self._channel.kill()  # the call that is under way meets the end of the program, and does the rest
             return
         try:
@@ -249,9 +249,8 @@ class Session:
         """One call at a time, from its first line to its last. An exception within it closes the session."""
         if self._closed:
             raise SessionClosed("the session is closed")
-        if self._busy:
+        if not self._call.acquire(blocking=False):
             raise SessionBusy("another call of this session is under way")
-        self._busy = True
         try:
             with self._channel.lock:
                 if self._closed:  # while we waited for the lock
@@ -264,7 +263,7 @@ class Session:
                 raise SessionClosed("the session was closed during this call") from None
             raise
         finally:
-            self._busy = False
+            self._call.release()
             if self._closed:
                 self._end()
 
