@@ -265,6 +265,26 @@ private Q_SLOTS:
         QCOMPARE(runState(), "run");
     }
 
+    void valueThatNobodyCanGiveEndsTheRun() {
+        find<QTextEdit>("globalCodeEdit")->setPlainText("SAVEVALUE v GET(\"rate\");");
+        const QStringList told = boxesDuring([&] { model->window.onRun(); });
+
+        QCOMPARE(told, QStringList{"Error: No answer to GET(\"rate\"): no controller is connected."});
+        QCOMPARE(openResults(), 0);
+        QCOMPARE(runState(), "run");
+        QCOMPARE(find<QLabel>("statusLabel")->text(), "Status: Edit mode.");
+        QCOMPARE(model->window.simState, 0);
+    }
+
+    void messageThatNobodyHearsDoesNothing() {
+        find<QTextEdit>("globalCodeEdit")->setPlainText("POST \"n = %d\" 3;");
+        const QStringList told = boxesDuring([&] { model->window.onRun(); });
+
+        QCOMPARE(told, QStringList());
+        QCOMPARE(openResults(), 1);
+        QCOMPARE(find<QTableWidget>("activityTable")->item(0, 1)->text(), "5");
+    }
+
     void modelCannotBeChangedDuringARun() {
         find<QCheckBox>("clockAdvanceBox")->setChecked(true);
         int holds = 0;
