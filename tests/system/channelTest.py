@@ -2,15 +2,33 @@
 
 import json
 import os
+import pathlib
+import re
 import signal
 import subprocess
+import time
 import unittest
 
-from channelProgram import BATCH, PLAIN, WINDOW, ChannelCase, closing
-from windowDisplay import finish
+from channelProgram import BATCH, PATIENCE, PLAIN, WINDOW, ChannelCase, closing
+from windowDisplay import end_with_parent, finish
 
 UNFIT_FAILURE = ('ERROR 4 Simulation failed to start. Combi "Load" does not have any inlinks and will be started '
                  "infinitely.")
+
+MOST_TICKS = 20  # of the processor's time, of which a program that never waits takes a hundred a second
+
+
+def waits_of(process):
+    """How often the threads of a process have given the processor up to wait."""
+    tasks = pathlib.Path(f"/proc/{process}/task").iterdir()
+    return sum(int(re.search(r"^voluntary_ctxt_switches:\s*(\d+)", (task / "status").read_text(), re.MULTILINE)[1])
+               for task in tasks)
+
+
+def ticks_of(process):
+    """The processor's time that a process took, its own and the system's."""
+    fields = pathlib.Path(f"/proc/{process}/stat").read_text().rpartition(")")[2].split()
+    return int(fields[11]) + int(fields[12])
 
 
 class Transcripts:
@@ -430,12 +448,38 @@ class WindowTranscriptTest(Transcripts, ChannelCase):
 
                 self.assertEqual(os.readlink(f"/proc/{program.pid}/fd/{stream}"), "/dev/null")
 
-    def testSettingsAreWrittenAtTheEnd(self):
-        self.say("SETANIMATE true;")
-        self.close(self.program)
+    def testEndsOfInputAndOutputEndAWaitForAnAnswer(self):
+        program = subprocess.Popen(WINDOW, cwd=self.folder, env=self.environment, stdin=subprocess.PIPE,
+                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, preexec_fn=end_with_parent)
+        self.addCleanup(finish, program)
+        program.stdin.write(b"LOAD asking.tbsmx\nRUNMODEL;\n")
+        program.stdin.close()
+        self.assertEqual(program.stdout.readline(), b"GET duration\n")
+        program.stdout.close()
 
-        kept = (self.settings / "timbersim/demosettings.ini").read_text(encoding="ascii")
-        self.assertIn("ANIMATIONTOGGLE=true", kept)
+        self.assertEqual(program.wait(PATIENCE), 0)
+
+    def testEndOfInputIsLookedAtAgainAtLittleCost(self):
+        """A look that doesn't wait before the next takes all of a processor, and gives it up for none."""
+        self.assert_idle()
+        process = self.program.process.pid
+        waits, ticks, end = waits_of(process), ticks_of(process), time.monotonic() + PATIENCE
+        self.program.process.stdin.close()
+        while waits_of(process) < waits + 20 and ticks_of(process) <= ticks + MOST_TICKS:
+            self.assertLess(time.monotonic(), end, "the program looks no more")
+            time.sleep(0.01)  # between two of our own looks
+
+        self.assertLessEqual(ticks_of(process), ticks + MOST_TICKS)
+        self.assertIsNone(self.program.process.poll())
+
+    def testSettingsAreWrittenAtTheEnd(self):
+        for values, kept in ((["true;"], "true"), (["true;", "TRUE;"], "false")):
+            program = self.start()
+            program.send(*(f"SETANIMATE {value}" for value in values))
+            self.close(program)
+
+            settings = (self.settings / "timbersim/demosettings.ini").read_text(encoding="ascii")
+            self.assertIn(f"ANIMATIONTOGGLE={kept}\n", settings)
 
 
 class GivenModelTest(ChannelCase):
