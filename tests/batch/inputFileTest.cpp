@@ -8,14 +8,15 @@
 #include <csignal>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace {
 
 class cInputFileTest : public ::testing::Test {
 protected:
-    static std::string trouble(const std::string& path) {
+    static std::string trouble(const std::string& path, std::string (*read)(const std::string&) = readFile) {
         try {
-            readFile(path);
+            read(path);
         } catch (const cFileError& error) {
             return error.message;
         }
@@ -45,6 +46,28 @@ TEST_F(cInputFileTest, folderCanNotBeRead) {
     const std::string path = folder / "";
 
     EXPECT_EQ(trouble(path), "can't read " + path + ": Is a directory");
+}
+
+TEST_F(cInputFileTest, plainFileIsReadAsAnyOther) {
+    folder.write("model", "text");
+
+    EXPECT_EQ(readPlainFile(folder / "model"), "text");
+    EXPECT_EQ(trouble(folder / "none", readPlainFile), trouble(folder / "none"));
+}
+
+TEST_F(cInputFileTest, whatIsNoPlainFileIsNotReadAsOne) {
+    const std::string pipe = folder / "pipe";
+    EXPECT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+
+    for (const std::string& path : {pipe, std::string("/dev/zero"), std::string(folder / "")})
+        EXPECT_EQ(trouble(path, readPlainFile), "can't read " + path + ": It is not a plain file.");
+}
+
+TEST_F(cInputFileTest, nameIsNotReadAsFarAsAZeroByteAlone) {
+    folder.write("model", "text");
+
+    EXPECT_EQ(trouble(std::string(folder / "model") + '\0' + 'x', readPlainFile),
+              "can't read the model: There is a zero byte in its name.");
 }
 
 TEST(inputFileDeathTest, stopThatCameMeanwhileIsRaised) {
