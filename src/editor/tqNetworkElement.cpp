@@ -5,6 +5,8 @@
 #include "kernel/element.h"
 #include "kernel/network.h"
 
+#include <algorithm>
+
 cTQNetworkElement::cTQNetworkElement() = default;
 cTQNetworkElement::~cTQNetworkElement() = default;
 
@@ -18,16 +20,26 @@ bool cTQNetworkElement::isPanel(const QWidget* widget) const {
 }
 
 std::optional<QString> cTQNetworkElement::typedText(std::string_view modelKey) const {
-    return elementPanel == nullptr ? std::nullopt : elementPanel->typedText(modelKey);
+    if (elementPanel != nullptr) return elementPanel->typedText(modelKey);
+    const auto kept = std::ranges::find(keptTexts, modelKey, &decltype(keptTexts)::value_type::first);
+    return kept == keptTexts.end() ? std::nullopt : std::optional(kept->second);
+}
+
+void cTQNetworkElement::keepTexts() {
+    keptTexts.clear();
+    for (const cFormRow& row : formRows())
+        if (!row.modelKey.empty()) keptTexts.emplace_back(row.modelKey, row.get ? row.get() : row.startText);
 }
 
 void cTQNetworkElement::createTabs() {
     elementPanel = std::make_unique<cElementPanel>(cElementForm{panelName(), tabTitle(), formRows()});
+    keptTexts = {};
     writeTabs();
 }
 
 void cTQNetworkElement::writeTabs() {
-    if (elementPanel != nullptr) elementPanel->writeTabs();
+    if (elementPanel == nullptr) return keepTexts();
+    elementPanel->writeTabs();
 }
 
 void cTQNetworkElement::readTabs() {

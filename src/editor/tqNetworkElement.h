@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 class QDialog;
@@ -56,8 +57,8 @@ public:
     /// Whether `widget` is the panel of this element.
     bool isPanel(const QWidget* widget) const;
 
-    /// What stands in the field of a property, by its keyword in model files. Nothing while there is no panel, whose
-    /// fields would show what the engine has.
+    /// What stands in the field of a property, by its keyword in model files; while there is no panel, what stood there
+    /// if it had been built before the last `writeTabs`. Nothing without such a field, or before any `writeTabs`.
     std::optional<QString> typedText(std::string_view modelKey) const;
 
     /// Raised while a run shows a step of this element: 1, else 0.
@@ -95,7 +96,8 @@ public:
     QPointF lastPress;  ///< where the mouse last pressed the element, in the scene
 
 public Q_SLOTS:
-    /// Engine to fields; fields can be edited while no run is on.
+    /// Engine to fields; fields can be edited while no run is on. While there is no panel, the texts of its fields are
+    /// kept: a run can change the engine's own for good, which is not the user's doing and not to be saved.
     virtual void writeTabs();
     /// Fields to engine, the name first. @throws cException at the first text that doesn't compile.
     virtual void readTabs();
@@ -120,5 +122,8 @@ protected:
     std::unique_ptr<cElementPanel> elementPanel;
 
 private:
+    void keepTexts();
+
     int highlight = 0;
+    std::vector<std::pair<std::string_view, QString>> keptTexts;  // by keyword in model files; none beside a panel
 };

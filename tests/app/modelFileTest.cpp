@@ -306,16 +306,39 @@ private Q_SLOTS:
     }
 
     void fieldsShowWhatWasReadBeforeAnythingIsSelected() {
-        cDrawnModel model;
-        field<QLineEdit>(*model.load, "durationEdit");  // the panel is there from now on
-        QByteArray text = saved(model.window);
-        text.replace("DURATION Load 10;", "DURATION Load 2 + 3 ;");
-
-        load(model.window, text);
-
-        auto& combi = find<cTQCombi>(model.window, "Load");
-        QCOMPARE(field<QLineEdit>(combi, "durationEdit").text(), QStringLiteral("2+3"));  // blanks are lost
+        tsApp window;
+        load(window, "COMBI Load;\nDURATION Load 2 + 3 ;\n");
+        auto& combi = find<cTQCombi>(window, "Load");
         QCOMPARE(combi.isSelected(), false);
+        QCOMPARE(combi.hasPanel(), false);
+
+        combi.setDurationText("7");  // not the user's doing: no field shows it until it is asked to
+        QCOMPARE(combi.typedText("DURATION"), QStringLiteral("2+3"));  // blanks are lost
+        QCOMPARE(combi.hasPanel(), false);
+        QCOMPARE(field<QLineEdit>(combi, "durationEdit").text(), QStringLiteral("7"));
+    }
+
+    void aRunChangesNothingThatIsSaved_data() {
+        QTest::addColumn<bool>("isSelectedBefore");
+        QTest::newRow("nothing was selected") << false;
+        QTest::newRow("all was selected") << true;
+    }
+    void aRunChangesNothingThatIsSaved() {
+        QFETCH(bool, isSelectedBefore);
+        tsApp window;
+        load(window,
+             "GENTYPE D;\nCOMBI C;\nQUEUE Q D;\nDRAWLINK L Q C;\nDURATION C 5;\nTBINITIALCONTENT Q 3;\n"
+             "/<CODE>\nSETATTRIBUTE Q InitialContent 99;\nSETATTRIBUTE C Duration 7;\nSIMULATE;\n/<CODE>\n");
+        if (isSelectedBefore)
+            for (const char* name : {"C", "Q", "L"}) window.elemSelected(&find<cTQNetworkElement>(window, name));
+        const QByteArray before = saved(window);
+        QVERIFY(before.contains("DURATION C 5;\n") && before.contains("TBINITIALCONTENT Q 3;\n"));
+
+        boxesDuring([&] { window.runReplications(); });
+
+        QCOMPARE(QString::fromStdString(find<cTQCombi>(window, "C").getDurationText()), QStringLiteral("7"));
+        QCOMPARE(QString::fromStdString(find<cTQQueue>(window, "Q").getInitialContentText()), QStringLiteral("99"));
+        QCOMPARE(saved(window), before);
     }
 
     void semicolonsInsideAValueAreLost() {
