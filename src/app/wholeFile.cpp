@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -48,11 +49,28 @@ bool writeAll(QFile& file, const QByteArray& text) {
     return true;
 }
 
+/// A new file is for its owner alone while it is to take the place of another.
+bool openNew(QFile& file, const QFileInfo& old) {
+    const auto mode = QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered;
+    return old.exists() ? file.open(mode, QFileDevice::ReadOwner | QFileDevice::WriteOwner) : file.open(mode);
+}
+
+/// Gives a file the group and the permissions of another, special ones included. What an owner or a group may do that
+/// can't be kept is for no other.
+void takeAccess(int descriptor, const QFileInfo& old) {
+    struct stat former {};
+    if (stat(QFile::encodeName(old.filePath()).constData(), &former) != 0) return;
+    constexpr mode_t allBits = 07777;
+    mode_t bits = former.st_mode & allBits;
+    if (former.st_uid != geteuid()) bits &= ~static_cast<mode_t>(S_ISUID);
+    if (fchown(descriptor, static_cast<uid_t>(-1), former.st_gid) != 0) bits &= ~static_cast<mode_t>(S_IRWXG | S_ISGID);
+    fchmod(descriptor, bits);
+}
+
 /// Writes all of a new file, down to the disk. @return what went wrong.
 QString writeWhole(QFile& file, const QByteArray& text, const QFileInfo& old) {
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) return file.errorString();
-    if (old.exists()) file.setPermissions(old.permissions());
-    if (!writeAll(file, text)) return file.errorString();
+    if (!openNew(file, old) || !writeAll(file, text)) return file.errorString();
+    if (old.exists()) takeAccess(file.handle(), old);  // not sooner: writing takes the special permissions away
     if (fsync(file.handle()) != 0) return systemError();
     file.close();
     return file.error() == QFileDevice::NoError ? QString() : file.errorString();

@@ -11,6 +11,6 @@ QString readWholeFile(const QString& path, QByteArray& text);
 
 /// Puts `text` in the place of the file at `path`, whatever comes between: it is written beside its place, to `path`
 /// and ".new", is complete on the disk before it takes the place in one step, and is removed where it can't. Nothing is
-/// replaced that isn't a plain file of its own, or that may not be written to. The permissions of what stood there
-/// stay.
+/// replaced that is a symbolic link or no plain file, or that may not be written to. The permissions of what stood
+/// there stay, and its group, if the user is in it; other names of the same file keep the old text.
 QString replaceFile(const QString& path, const QByteArray& text);

@@ -12,6 +12,8 @@
 #include <string>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -39,11 +41,26 @@ private:
     void (*formerHandler)(int);
 };
 
+/// Groups that the user can give to a file: the user's own, and for root one that nobody has.
+std::vector<gid_t> groupsToGive() {
+    std::vector<gid_t> groups(static_cast<std::size_t>(getgroups(0, nullptr)));
+    groups.resize(static_cast<std::size_t>(getgroups(static_cast<int>(groups.size()), groups.data())));
+    groups.push_back(getegid());
+    constexpr gid_t nobodys = 54321;
+    if (geteuid() == 0) groups.push_back(nobodys);
+    return groups;
+}
+
 struct wholeFileTest : testing::Test {
     cScratchFolder folder;
 
     QString path(const std::string& name) const { return QString::fromStdString(folder / name); }
     fs::perms permissions(const std::string& name) const { return fs::status(folder / name).permissions(); }
+    struct stat status(const std::string& name) const {
+        struct stat found {};
+        EXPECT_EQ(stat((folder / name).c_str(), &found), 0);
+        return found;
+    }
     void makePipe(const std::string& name) const { ASSERT_EQ(mkfifo((folder / name).c_str(), 0600), 0); }
 
     std::string replace(const std::string& name, const QByteArray& text = "new") const {
@@ -134,6 +151,39 @@ TEST_F(wholeFileTest, permissionsOfTheOldFileStay) {
         EXPECT_EQ(replace("m"), "");
         EXPECT_EQ(permissions("m"), mode);
     }
+}
+
+TEST_F(wholeFileTest, specialPermissionsStay) {
+    for (const auto mode : {fs::perms(02660), fs::perms(04755), fs::perms(06750), fs::perms(01644)}) {
+        folder.write("m", "old");
+        fs::permissions(folder / "m", mode);
+        ASSERT_EQ(permissions("m"), mode);
+
+        EXPECT_EQ(replace("m"), "");
+        EXPECT_EQ(permissions("m"), mode);
+    }
+}
+
+TEST_F(wholeFileTest, groupOfTheOldFileStays) {
+    for (const gid_t group : groupsToGive()) {
+        folder.write("m", "old");
+        ASSERT_EQ(chown((folder / "m").c_str(), static_cast<uid_t>(-1), group), 0);
+        fs::permissions(folder / "m", fs::perms(02664));
+
+        EXPECT_EQ(replace("m"), "");
+        EXPECT_EQ(status("m").st_gid, group);
+        EXPECT_EQ(permissions("m"), fs::perms(02664));
+    }
+}
+
+TEST_F(wholeFileTest, otherNamesOfTheOldFileKeepItsText) {
+    folder.write("m", "old");
+    fs::create_hard_link(folder / "m", folder / "backup");
+
+    EXPECT_EQ(replace("m"), "");
+
+    EXPECT_EQ(folder.read("m"), "new");
+    EXPECT_EQ(folder.read("backup"), "old");
 }
 
 TEST_F(wholeFileTest, fileIsFoundInTheWorkingFolder) {
