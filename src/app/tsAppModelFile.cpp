@@ -27,11 +27,11 @@ cCanvasModel tsApp::canvasModel() { return {*this, *scene, *dialogRes, *globalCo
 bool tsApp::writeModelFile(const QString& path) {
     cCanvasModel canvas = canvasModel();
     const cModelWriting writing = writeModel(canvas);
+    if (!isDone(replaceFile(path, QByteArray::fromStdString(writing.text)))) return false;
+
     if (writing.hasIncompleteLink)
         messageBox::show(this, QMessageBox::Information, tr("Information."),
                          tr("Incomplete links will not be written to file."));
-    if (!isDone(replaceFile(path, QByteArray::fromStdString(writing.text)))) return false;
-
     QStringList remarks;
     for (const std::string& warning : writing.warnings) remarks.append(QString::fromStdString(warning));
     showRemarks(tr("Not all of the model will come back when %1 is opened.").arg(path), remarks);

@@ -536,6 +536,16 @@ private Q_SLOTS:
         QVERIFY(model.window.isModified());
     }
 
+    void aSaveThatFailsTellsOfNothingElse() {
+        cDrawnModel model;
+        model.drop<cTQLink>("Link", {300, 300}, "Loose");
+
+        const QStringList told = boxesDuring([&] { QVERIFY(!model.window.writeModelFile(path("none/where.tbsmx"))); });
+
+        QCOMPARE(told.size(), 1);
+        QVERIFY(told[0].startsWith("Unable to open file: "));
+    }
+
     void aFailedLoadDoesNotKeepTheNameOfTheFileBefore() {
         cDrawnModel model;
         QVERIFY(model.window.writeModelFile(path("pit.tbsmx")));
