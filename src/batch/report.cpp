@@ -92,9 +92,12 @@ std::string partialNote(std::int32_t replicationCount) {
            (replicationCount == 1 ? " replication" : " replications");
 }
 
-std::string warningLine(const std::string& path, const cModelWarning& warning) {
-    const std::string place = warning.line == 0 ? path : path + ':' + std::to_string(warning.line);
-    return place + ": " + warning.message + '\n';
+std::string warningLines(const std::string& path, const cModelReading& reading) {
+    std::string lines;
+    if (!reading.isRunnable) lines = path + ": holds no model: there is no element and no code\n";
+    for (const cModelWarning& warning : reading.warnings)
+        lines += path + ':' + std::to_string(warning.line) + ": " + warning.message + '\n';
+    return lines;
 }
 
 std::string failureText(const cException& failure) {

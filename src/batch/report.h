@@ -5,7 +5,7 @@
 
 class cNetwork;
 struct cException;
-struct cModelWarning;
+struct cModelReading;
 struct cResultTable;
 
 /// What the user reads on the terminal.
@@ -21,8 +21,9 @@ std::string reportText(const cNetwork& network, bool isPartial);
 /// "Partial results: N replications", or that there are none.
 std::string partialNote(std::int32_t replicationCount);
 
-/// "PATH:LINE: " and the message of a warning, a line; without a line number for a file as a whole.
-std::string warningLine(const std::string& path, const cModelWarning& warning);
+/// What the user should know of a file that was read: that it holds no model, and its warnings, a line each, with the
+/// path and the number of the line in front.
+std::string warningLines(const std::string& path, const cModelReading& reading);
 
 /// The message of a failure, and its location and expression where it has them, a line each.
 std::string failureText(const cException& failure);

@@ -90,7 +90,7 @@ std::string cRunJob::readGlobalCode() {
     std::istringstream text(readFile(options.modelPath));
     cEngineBuilder builder(network);
     const cModelReading reading = readModel(text, builder);
-    for (const cModelWarning& warning : reading.warnings) messages << warningLine(options.modelPath, warning);
+    messages << warningLines(options.modelPath, reading);
     if (!reading.isRunnable) throw cFileError{"nothing to run in " + options.modelPath};
     return reading.globalCode;
 }

@@ -82,8 +82,7 @@ void cServedNetwork::readModelFile(const std::string& path) {
     std::istringstream text(std::exchange(isOpening, false) ? readFile(path) : readPlainFile(path));
     cEngineBuilder builder(*this);
     const cModelReading reading = readModel(text, builder);
-    for (const cModelWarning& warning : reading.warnings) failures << warningLine(path, warning);
-    failures << std::flush;
+    failures << warningLines(path, reading) << std::flush;
     globalCode = reading.globalCode;
 }
 

@@ -110,7 +110,6 @@ cModelReading cReader::read() {
     bool hasElement = false;
     network.forEachElement([&](const cNetworkElement&) { hasElement = true; });
     reading.isRunnable = hasElement || reading.globalCode.find_first_not_of(" \t\r\n") != std::string::npos;
-    if (!reading.isRunnable) reading.warnings.push_back({0, "holds no model: there is no element and no code"});
     std::ranges::stable_sort(reading.warnings, {}, &cModelWarning::line);
     return std::move(reading);
 }

@@ -9,7 +9,7 @@ class cModelBuilder;
 
 /// Something in a model file that was not taken as it stands. Reading went on, or stopped where the message says so.
 struct cModelWarning {
-    std::size_t line = 0;  ///< from 1; 0 for the file as a whole
+    std::size_t line = 0;  ///< from 1
     std::string message;
 };
 

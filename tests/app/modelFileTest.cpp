@@ -412,6 +412,14 @@ private Q_SLOTS:
         QCOMPARE(lines(model.window, "GENTYPE"), QStringList());
     }
 
+    void anEmptyModelComesBackWithoutARemark() {
+        tsApp window;
+        load(window, saved(window));
+
+        QCOMPARE(remarks(window), QStringList());
+        QVERIFY(window.elements.empty());
+    }
+
     void theGlobalCodeComesBackAndIsCompiledAtOnce() {
         tsApp window;
         load(window, "COMBI C;\nDURATION C Pace*2;\n/<CODE>\nVARIABLE Pace 4;\n\nPRIORITY\n/<CODE>\n");

@@ -1,6 +1,7 @@
 #include "batch/report.h"
 
 #include "kernel/resultText.h"
+#include "model/modelReader.h"
 #include "support/testNetwork.h"
 
 #include <gtest/gtest.h>
@@ -108,6 +109,17 @@ TEST(partialNoteTest, countsReplications) {
     EXPECT_EQ(partialNote(0), "No results: no replication came to its end.");
     EXPECT_EQ(partialNote(1), "Partial results: 1 replication");
     EXPECT_EQ(partialNote(12), "Partial results: 12 replications");
+}
+
+TEST(warningLinesTest, nameTheFileAndTheLineAndComeBehindAMissingModel) {
+    cModelReading reading;
+    reading.warnings = {{3, "first"}, {12, "second"}};
+    EXPECT_EQ(warningLines("a/b.tbsmx", reading),
+              "a/b.tbsmx: holds no model: there is no element and no code\na/b.tbsmx:3: first\na/b.tbsmx:12: second\n");
+
+    reading.isRunnable = true;
+    reading.warnings.clear();
+    EXPECT_EQ(warningLines("a/b.tbsmx", reading), "");
 }
 
 struct cFailureCase {

@@ -32,14 +32,12 @@ struct cFileCase {
 
 std::ostream& operator<<(std::ostream& stream, const cFileCase& row) { return stream << row.file; }
 
-const std::string noModel = "0: holds no model: there is no element and no code";
-
 // Most files are one model with one thing spoilt: a queue Pit of three, a Combi Dig that takes them out one by one in a
 // time of two, and a queue Pile. Lines 7 and 8 are the links, 21 to 24 the code.
 const std::vector<cFileCase> files{
     // ---- cut short
-    {"empty", {noModel}, nothing},
-    {"onlyBlanks", {noModel}, nothing},
+    {"empty", {}, nothing},
+    {"onlyBlanks", {}, nothing},
     {"cutInKeyword", {}, done},
     {"cutInStatement", {"8: RELEASELINK has too few words behind it: 2 of 3"}, done},
     {"cutInValue", {"10: DURATION of \"Dig\", \"Uniform(1,\": Operator or Function not recognized."}, done},
@@ -52,8 +50,7 @@ const std::vector<cFileCase> files{
      "Simulation failed to start.\nAssembler \"Truss\" does not have any outlinks which causes a logical error in the "
      "model."},
     {"tooFewWords",
-     {noModel,
-      "1: GENTYPE has too few words behind it: 0 of 1",
+     {"1: GENTYPE has too few words behind it: 0 of 1",
       "2: GENTYPE has too few words behind it: 0 of 1",
       "3: CHARTYPE has too few words behind it: 0 of 1",
       "4: COMPTYPE has too few words behind it: 0 of 1",
@@ -96,10 +93,10 @@ const std::vector<cFileCase> files{
      nothing},
 
     // ---- bytes that aren't the text of a model
-    {"binary", {noModel}, nothing},
-    {"utf16", {noModel}, nothing},
+    {"binary", {}, nothing},
+    {"utf16", {}, nothing},
     {"oldLineEnds",  // carriage returns alone: one line, which holds the mark of the code
-     {noModel, "1: the code has no closing <CODE>; the last line of the file is lost"},
+     {"1: the code has no closing <CODE>; the last line of the file is lost"},
      nothing},
     {"carriageReturns", {}, done},
     {"byteOrderMark", {}, done},

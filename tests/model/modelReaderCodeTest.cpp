@@ -15,7 +15,6 @@ struct cBlockCase {
 };
 
 const char* const unclosed = "1: the code has no closing <CODE>; the last line of the file is lost";
-const char* const noModel = "0: holds no model: there is no element and no code";
 
 class cCodeBlockTest : public cReaderTest, public ::testing::WithParamInterface<cBlockCase> {};
 
@@ -31,7 +30,7 @@ INSTANTIATE_TEST_SUITE_P(closed, cCodeBlockTest,
                          ::testing::Values(cBlockCase{"/<CODE>\nPOST a;\nPOST b;\n/<CODE>\n", "POST a;\nPOST b;\n", {}},
                                            cBlockCase{"/<CODE>\nPOST a;\n/<CODE>", "POST a;\n", {}},
                                            cBlockCase{"/<CODE>\n\n  POST a;\n\n/<CODE>\n", "\n  POST a;\n\n", {}},
-                                           cBlockCase{"/<CODE>\n/<CODE>\n", "", {noModel}},
+                                           cBlockCase{"/<CODE>\n/<CODE>\n", "", {}},
                                            cBlockCase{"a<CODE>b\nPOST a;\nc <CODE> d;\n", "POST a;\n", {}},
                                            cBlockCase{"<CODE><CODE>\nPOST a;\n<CODE>\n", "POST a;\n", {}},
                                            cBlockCase{"/<CODE>\r\nPOST a;\r\n/<CODE>\r\n", "POST a;\n", {}},
@@ -43,9 +42,9 @@ INSTANTIATE_TEST_SUITE_P(cutByTheEndOfTheFile, cCodeBlockTest,
                          ::testing::Values(cBlockCase{"/<CODE>\nPOST a;\nPOST b;\n", "POST a;\n", {unclosed}},
                                            cBlockCase{"/<CODE>\nPOST a;\nPOST b;", "POST a;\n", {unclosed}},
                                            cBlockCase{"/<CODE>\nPOST a;\n\n", "POST a;\n", {unclosed}},
-                                           cBlockCase{"/<CODE>\nPOST a;\n", "", {noModel, unclosed}},
-                                           cBlockCase{"/<CODE>\n", "", {noModel, unclosed}},
-                                           cBlockCase{"/<CODE>", "", {noModel, unclosed}}));
+                                           cBlockCase{"/<CODE>\nPOST a;\n", "", {unclosed}},
+                                           cBlockCase{"/<CODE>\n", "", {unclosed}},
+                                           cBlockCase{"/<CODE>", "", {unclosed}}));
 
 TEST_F(cModelReaderCodeTest, linesOfCodeAreNoStatementsOfTheFile) {
     readLines({"<CODE>", "COMBI C1;", "a QUEUE in front", "RANKCOUNT 40;", "<CODE>", "COMBI C2;"});
