@@ -1,6 +1,7 @@
 #include "app/globalCodeDialog.h"
 
 #include "editor/errorBox.h"
+#include "editor/typedLines.h"
 #include "kernel/network.h"
 #include "language/compilation.h"
 #include "language/symbols.h"
@@ -42,7 +43,7 @@ cGlobalCodeDialog::cGlobalCodeDialog(cNetwork& model, QWidget* parent)
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
 }
 
-QString cGlobalCodeDialog::text() const { return codeEdit->toPlainText(); }
+QString cGlobalCodeDialog::text() const { return typedLines(*codeEdit); }
 
 void cGlobalCodeDialog::setText(const QString& code) { codeEdit->setPlainText(code); }
 

@@ -1,5 +1,6 @@
 #include "editor/formField.h"
 
+#include "editor/typedLines.h"
 #include "language/exception.h"
 
 #include <QComboBox>
@@ -76,7 +77,7 @@ void cFormField::makePicked() {
 
 QString cFormField::text() const {
     if (line != nullptr) return line->text();
-    if (lines != nullptr) return lines->toPlainText();
+    if (lines != nullptr) return typedLines(*lines);
     return names != nullptr ? names->currentText() : shown->text();
 }
 

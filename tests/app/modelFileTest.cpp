@@ -429,6 +429,21 @@ private Q_SLOTS:
         QCOMPARE(remarks(window), QStringList());
     }
 
+    void noBreakSpacesStayAndEveryLineEndIsALineFeed() {
+        tsApp window;
+        load(window, "/<CODE>\nPOST \"10\u00A0m\u00B3\";\n/<CODE>\n");
+        QVERIFY(saved(window).contains("\nPOST \"10\u00A0m\u00B3\";\n"));
+
+        auto* editor = window.findChild<QTextEdit*>(QStringLiteral("globalCodeEdit"));
+        editor->setPlainText("POST 1;");
+        editor->moveCursor(QTextCursor::End);
+        QTest::keyClick(editor, Qt::Key_Return, Qt::ShiftModifier);
+        QTest::keyClicks(editor, "POST 2;");
+        QTest::keyClick(editor, Qt::Key_Return);
+        QTest::keyClicks(editor, "POST\u00A03;");
+        QVERIFY(saved(window).contains("/<CODE>\nPOST 1;\nPOST 2;\nPOST\u00A03;\n/<CODE>\n"));
+    }
+
     void textThatIsNotUtf8IsReadAllTheSame() {
         tsApp window;
         load(window,
