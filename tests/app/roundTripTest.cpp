@@ -128,6 +128,13 @@ private Q_SLOTS:
         Q_UNUSED(boxes);  // incomplete links are told of
     }
 
+    void examplesAreAsTheWindowSavesThem_data() { addModels({"examples"}); }
+    void examplesAreAsTheWindowSavesThem() {
+        QFETCH(QByteArray, text);
+        tsApp window;
+        QCOMPARE(loadAndSave(window, put(text), home.filePath("saved.tbsmx")), text);
+    }
+
     void readsAsTheBatchRunnerDoes_data() {
         addModels({"examples", "tests/conformance/models", "tests/models/malformed"});
         addRandomModels();
