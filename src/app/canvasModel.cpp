@@ -52,6 +52,8 @@ cCanvasModel::cCanvasModel(cNetwork& drawnNetwork, cTQScene& canvas, cDialogRes&
                            cGlobalCodeDialog& codeEditor)
     : model(drawnNetwork), scene(canvas), types(typeDialog), code(codeEditor) {}
 
+std::string cCanvasModel::decoded(const std::string& line) { return QString::fromStdString(line).toStdString(); }
+
 void cCanvasModel::addResourceType(const std::string& name, const std::string& kind) {
     types.addResType(QString::fromStdString(name), QString::fromStdString(kind));
 }

@@ -19,6 +19,8 @@ public:
 
     // ---- what a file holds goes to the canvas
 
+    /// Replacement characters stand for what can't be understood.
+    std::string decoded(const std::string& line) override;
     void addResourceType(const std::string& name, const std::string& kind) override;
     void setSaveProps(const std::string& typeName, const std::string& names) override;
     std::shared_ptr<cNetworkElement> makeNode(const std::string& kind, cResType* type) override;

@@ -51,7 +51,7 @@ bool tsApp::readModelFile(const QString& path) {
 
 void tsApp::takeModel(const QString& path, const QByteArray& bytes) {
     const QScopedValueRollback waiting(loading, true);
-    std::istringstream text(QString::fromUtf8(bytes).toStdString());
+    std::istringstream text(bytes.toStdString());
     cCanvasModel canvas = canvasModel();
     const cModelReading reading = readModel(text, canvas);
 

@@ -3,6 +3,10 @@
 #include <cstddef>
 #include <istream>
 #include <string>
+#include <string_view>
+
+/// Whether bytes are a text in UTF-8, in its strict form.
+bool isUtf8(std::string_view bytes);
 
 /// The lines of a text, one after another. A line ends with a line feed, alone or behind a carriage return; a byte
 /// order mark in front of UTF-8 text is passed over.

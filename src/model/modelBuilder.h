@@ -17,6 +17,9 @@ public:
     /// The network that is being filled. The reader enters the elements in it.
     virtual cNetwork& network() = 0;
 
+    /// What stands for a line that isn't UTF-8. Where texts are but bytes, it stands for itself.
+    virtual std::string decoded(const std::string& line) { return line; }
+
     /// Makes a resource type. `kind` is one of the kind words of types; the name is new.
     virtual void addResourceType(const std::string& name, const std::string& kind) = 0;
     /// Takes the save properties of a type, each followed by one blank. They have no lasting effect.

@@ -61,6 +61,7 @@ public:
     cModelReading read();
 
 private:
+    bool next(std::string& line);
     bool readLine(const std::string& line);
     void readType();
     void readElement(const cElementForm& form);
@@ -102,7 +103,7 @@ private:
 
 cModelReading cReader::read() {
     std::string line;
-    while (lines.next(line))
+    while (next(line))
         if (!line.empty() && !readLine(line)) break;
     retryExpressions();
     builder.finish();
@@ -112,6 +113,15 @@ cModelReading cReader::read() {
     reading.isRunnable = hasElement || reading.globalCode.find_first_not_of(" \t\r\n") != std::string::npos;
     std::ranges::stable_sort(reading.warnings, {}, &cModelWarning::line);
     return std::move(reading);
+}
+
+/// The next line, as the builder can hold it. @return false at the end.
+bool cReader::next(std::string& line) {
+    if (!lines.next(line)) return false;
+    if (isUtf8(line)) return true;
+    reading.warnings.push_back({lines.lineNumber(), "is not UTF-8"});
+    line = builder.decoded(line);
+    return true;
 }
 
 /// @return false where reading stops.
@@ -254,7 +264,7 @@ void cReader::readCode() {
     std::string code;
     std::string line;
     bool isClosed = false;
-    while (lines.next(line)) {
+    while (next(line)) {
         isClosed = line.find(codeMark) != std::string::npos;
         if (isClosed || lines.atEnd()) break;
         code += line + '\n';

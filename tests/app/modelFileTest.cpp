@@ -444,14 +444,17 @@ private Q_SLOTS:
         QVERIFY(saved(window).contains("/<CODE>\nPOST 1;\nPOST 2;\nPOST\u00A03;\n/<CODE>\n"));
     }
 
-    void textThatIsNotUtf8IsReadAllTheSame() {
+    void textThatIsNotUtf8IsReadAllTheSameAndTold() {
         tsApp window;
         load(window,
              "GENTYPE Br\xFC"
              "cke;\nQUEUE Pit Br\xFC"
-             "cke;\n");
+             "cke;\nCOMBI Dig;\n/<CODE>\nPOST \"\xFC\";\n/<CODE>\n");
 
         QVERIFY(find<cTQQueue>(window, "Pit").getResType() != nullptr);
+        QCOMPARE(remarks(window),
+                 (QStringList{"Line 1: is not UTF-8", "Line 2: is not UTF-8", "Line 5: is not UTF-8"}));
+        QCOMPARE(lines(window, "GENTYPE"), QStringList(QStringLiteral("GENTYPE Br\uFFFDcke;")));
     }
 
     void linesOfOtherSystemsAreRead() {

@@ -46,6 +46,14 @@ public:
     }
 };
 
+/// Puts replacement characters where the window does.
+class cDecodedModel : public cKeptModel {
+public:
+    using cKeptModel::cKeptModel;
+
+    std::string decoded(const std::string& line) override { return QString::fromStdString(line).toStdString(); }
+};
+
 /// What a process has of its own begins as in a new one.
 void beginAsANewProcess() {
     cNetworkElement::setElementCounter(0);
@@ -100,7 +108,7 @@ private:
     static std::string plainWriting(const QByteArray& text, std::vector<cModelWarning>& warnings) {
         beginAsANewProcess();
         cWindowlessNetwork network;
-        cKeptModel model(network);
+        cDecodedModel model(network);
         std::istringstream stream(text.toStdString());
         warnings = readModel(stream, model).warnings;
         return writeModel(model).text;
@@ -142,7 +150,7 @@ private Q_SLOTS:
     void readsAsTheBatchRunnerDoes() {
         QFETCH(QByteArray, text);
         std::vector<cModelWarning> warnings;
-        const std::string plain = plainWriting(QString::fromUtf8(text).toUtf8(), warnings);
+        const std::string plain = plainWriting(text, warnings);
         tsApp window;
         beginAsANewProcess();
         window.loadModel(put(text).toStdString());

@@ -106,4 +106,37 @@ TEST(lineSourceTest, askingForTheEndTakesNothing) {
     EXPECT_EQ(line, "one");
 }
 
+// ---- what is UTF-8
+
+struct cBytesCase {
+    std::string_view bytes;
+    bool isUtf8;
+};
+
+class cUtf8Test : public ::testing::TestWithParam<cBytesCase> {};
+
+TEST_P(cUtf8Test, isKnown) {
+    const std::string bytes(GetParam().bytes);
+    for (const std::string& text : {bytes, "a" + bytes, bytes + "z", bytes + "\xC3\xBC"})
+        EXPECT_EQ(isUtf8(text), GetParam().isUtf8) << text;
+}
+
+INSTANTIATE_TEST_SUITE_P(texts, cUtf8Test,
+                         ::testing::Values(cBytesCase{"", true}, cBytesCase{{"\0", 1}, true}, cBytesCase{"\x7F", true},
+                                           cBytesCase{"\xC2\x80", true}, cBytesCase{"\xDF\xBF", true},
+                                           cBytesCase{"\xE0\xA0\x80", true}, cBytesCase{"\xED\x9F\xBF", true},
+                                           cBytesCase{"\xEE\x80\x80", true}, cBytesCase{"\xEF\xBF\xBF", true},
+                                           cBytesCase{"\xF0\x90\x80\x80", true}, cBytesCase{"\xF4\x8F\xBF\xBF", true}));
+
+INSTANTIATE_TEST_SUITE_P(otherBytes, cUtf8Test,
+                         ::testing::Values(cBytesCase{"\x80", false}, cBytesCase{"\xBF", false},
+                                           cBytesCase{"\xFC", false}, cBytesCase{"\xFF", false},
+                                           cBytesCase{"\xC3", false}, cBytesCase{"\xE2\x82", false},
+                                           cBytesCase{"\xF0\x9F\x98", false}, cBytesCase{"\xE2\x28\xA1", false},
+                                           cBytesCase{"\xE2\x82\x28", false}, cBytesCase{"\xC0\x80", false},
+                                           cBytesCase{"\xC1\xBF", false}, cBytesCase{"\xE0\x9F\xBF", false},
+                                           cBytesCase{"\xF0\x8F\xBF\xBF", false}, cBytesCase{"\xED\xA0\x80", false},
+                                           cBytesCase{"\xF4\x90\x80\x80", false},
+                                           cBytesCase{"\xF5\x80\x80\x80", false}));
+
 }  // namespace

@@ -93,8 +93,11 @@ const std::vector<cFileCase> files{
      nothing},
 
     // ---- bytes that aren't the text of a model
-    {"binary", {}, nothing},
-    {"utf16", {}, nothing},
+    {"binary",
+     {"1: is not UTF-8", "2: is not UTF-8", "3: is not UTF-8", "4: is not UTF-8", "5: is not UTF-8", "6: is not UTF-8",
+      "7: is not UTF-8"},
+     nothing},
+    {"utf16", {"1: is not UTF-8"}, nothing},
     {"oldLineEnds",  // carriage returns alone: one line, which holds the mark of the code
      {"1: the code has no closing <CODE>; the last line of the file is lost"},
      nothing},

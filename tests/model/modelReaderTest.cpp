@@ -101,6 +101,15 @@ INSTANTIATE_TEST_SUITE_P(texts, cRunnableTest,
                                            cRunnableCase{"<CODE>\nPOST x;\n<CODE>\n", true},
                                            cRunnableCase{"<CODE>\n \t\n\n<CODE>\n", false}));
 
+TEST_F(cModelReaderTest, linesThatAreNotUtf8AreToldAndReadAsTheyStand) {
+    const cModelReading reading =
+        readLines({"GENTYPE S\xFC;", "QUEUE Q1 S\xFC;", "<CODE>", "POST \"\xC3\xBC\";", "POST \"\xFC\";", "<CODE>"});
+
+    EXPECT_EQ(warningTexts(reading), (cTexts{"1: is not UTF-8", "2: is not UTF-8", "5: is not UTF-8"}));
+    EXPECT_EQ(queue("Q1").getResType(), network.findResourceType("S\xFC"));
+    EXPECT_EQ(reading.globalCode, "POST \"\xC3\xBC\";\nPOST \"\xFC\";\n");
+}
+
 TEST_F(cModelReaderTest, aNameWithoutAnElementIsNothingToRun) {
     const cModelReading reading = readLines({"DURATION C1 5;"});
 

@@ -23,8 +23,8 @@ FILES = {
     "tooFewWords": (EXIT_FILE_TROUBLE, [*range(1, 41)]),
     "nodesWithoutType": (EXIT_MODEL_FAILED, [*range(1, 6)]),
     # bytes that aren't the text of a model
-    "binary": (EXIT_FILE_TROUBLE, []),
-    "utf16": (EXIT_FILE_TROUBLE, []),
+    "binary": (EXIT_FILE_TROUBLE, [1, 2, 3, 4, 5, 6, 7]),
+    "utf16": (EXIT_FILE_TROUBLE, [1]),
     "oldLineEnds": (EXIT_FILE_TROUBLE, [1]),
     "carriageReturns": (EXIT_DONE, []),
     "byteOrderMark": (EXIT_DONE, []),
