@@ -34,7 +34,8 @@ std::string placeText(double coordinate) {
     return {text.data(), end};
 }
 
-/// Both ends are at nodes, and the pair is one that files have a word for.
+/// Both ends are at nodes, and the pair is one that files have a word for. They have none for a link that was refused a
+/// node of another type (kindTypeMismatch), though it is still at the nodes that it joined before.
 bool isComplete(const cLink& link) {
     return !link.getKind().empty() && link.getPredNode() != nullptr && link.getSuccNode() != nullptr;
 }

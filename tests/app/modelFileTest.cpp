@@ -78,7 +78,8 @@ private Q_SLOTS:
 
     // ---- writing
 
-    /// A queue, a Combi and a draw link, as a user leaves them who empties most fields.
+    /// A queue, a Combi and a draw link, most of whose fields were emptied and not confirmed. Draw Until is empty in
+    /// the engine as well: where its field alone is empty, what the engine has is written.
     void smallModelIsWrittenByteForByte() {
         tsApp window;
         cNetworkElement::setElementCounter(0);

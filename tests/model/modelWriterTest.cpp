@@ -224,6 +224,17 @@ TEST_F(cModelWriterTest, incompleteLinksAreLeftOutOfEverySection) {
     EXPECT_EQ(writing.text.find("Loose"), std::string::npos);
 }
 
+TEST_F(cModelWriterTest, aLinkMovedToANodeOfAnotherTypeIsIncomplete) {
+    read("GENTYPE A;\nGENTYPE B;\nFORK F A;\nQUEUE QA A;\nQUEUE QB B;\nFLOWLINK L F QA;\n");
+    ASSERT_EQ(lines("FLOWLINK"), cTexts{"FLOWLINK L F QA;"});
+
+    ASSERT_EQ(network.findElement<cLink>("L")->setSuccNode(network.findElement<cNodeQueue>("QB")), kindTypeMismatch);
+
+    const cModelWriting writing = writeModel(model);
+    EXPECT_TRUE(writing.hasIncompleteLink);
+    EXPECT_EQ(writing.text.find(" L "), std::string::npos);
+}
+
 TEST_F(cModelWriterTest, completeLinksAloneAreNoIncompleteOnes) {
     read(smallModel);
 
