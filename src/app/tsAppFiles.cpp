@@ -7,7 +7,6 @@
 #include "editor/dialogRes.h"
 #include "editor/tqView.h"
 #include "kernel/element.h"
-#include "language/symbols.h"
 
 #include <QCloseEvent>
 #include <QFileDialog>

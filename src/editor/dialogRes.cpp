@@ -21,19 +21,13 @@ constexpr const char* protectedType = "Default";
 
 int recordCounter = 0;
 
-std::unique_ptr<cResType> makeType(const std::string& name, const QString& kind) {
-    if (kind == typeKindWord::generic) return std::make_unique<cResTypeGen>(name);
-    if (kind == typeKindWord::compound) return std::make_unique<cResTypeCompound>(name);
-    return std::make_unique<cResTypeChar>(name);
-}
-
 /// The object that the type was when it was last of that kind, or a new one. So what an Assembler made before finds its
 /// type again.
 std::unique_ptr<cResType> takeType(cTypeRecord& record) {
     const auto former = std::find_if(record.formerTypes.begin(), record.formerTypes.end(), [&](const auto& type) {
         return QString::fromStdString(type->getTypeKind()) == record.kind;
     });
-    if (former == record.formerTypes.end()) return makeType(record.name, record.kind);
+    if (former == record.formerTypes.end()) return makeResType(record.name, record.kind.toStdString());
 
     std::unique_ptr<cResType> taken = std::move(*former);
     record.formerTypes.erase(former);
@@ -62,7 +56,7 @@ void cDialogRes::addResType(const QString& name, const QString& kind) {
     record->kind = kind;
     current = record.get();
     records[typeName] = std::move(record);
-    network.resourceTypes[typeName] = makeType(typeName, kind);
+    network.resourceTypes[typeName] = makeResType(typeName, kind.toStdString());
 
     typeList->addItem(name);
     typeList->setCurrentRow(typeList->count() - 1);

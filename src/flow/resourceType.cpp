@@ -14,3 +14,9 @@ void cResType::moveHoldersTo(cResType* replacement) {
     moved.swap(holders);
     for (cHomogHolder* holder : moved) holder->forgetType(this);
 }
+
+std::unique_ptr<cResType> makeResType(const std::string& name, std::string_view kind) {
+    if (kind == typeKindWord::generic) return std::make_unique<cResTypeGen>(name);
+    if (kind == typeKindWord::compound) return std::make_unique<cResTypeCompound>(name);
+    return std::make_unique<cResTypeChar>(name);
+}

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -85,3 +86,6 @@ class cResTypeCompound : public cResTypeChar {
 public:
     explicit cResTypeCompound(std::string name) : cResTypeChar(std::move(name), typeKindWord::compound) {}
 };
+
+/// A type of a kind word. A word that is none makes a characterized type.
+std::unique_ptr<cResType> makeResType(const std::string& name, std::string_view kind);

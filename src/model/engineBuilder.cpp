@@ -46,12 +46,6 @@ constexpr std::array nodeKinds{
     cNodeKind{"DYNAFORK", makeTyped<cNodeAuxDynafork>},
 };
 
-std::unique_ptr<cResType> makeType(const std::string& name, const std::string& kind) {
-    if (kind == typeKindWord::generic) return std::make_unique<cResTypeGen>(name);
-    if (kind == typeKindWord::compound) return std::make_unique<cResTypeCompound>(name);
-    return std::make_unique<cResTypeChar>(name);
-}
-
 /// A second place on the drawing for a queue. Nothing is drawn here, so it is but a name by which links find the queue.
 class cFusionQueue : public cNetworkElement {
 public:
@@ -76,7 +70,7 @@ cNode* nodeBehind(cNetworkElement& element, const cNetwork& model) {
 }  // namespace
 
 void cEngineBuilder::addResourceType(const std::string& name, const std::string& kind) {
-    model.resourceTypes[name] = makeType(name, kind);
+    model.resourceTypes[name] = makeResType(name, kind);
 }
 
 std::shared_ptr<cNetworkElement> cEngineBuilder::makeNode(const std::string& kind, cResType* type) {

@@ -117,6 +117,18 @@ TEST_F(cHoldersTest, aHolderThatIsAddedOrRemovedByHandCounts) {
     EXPECT_EQ(truck.getHolders(), (cHolders{&twice, &twice}));
 }
 
+TEST_F(cResourceTypeTest, aKindWordMakesATypeOfItsClass) {
+    const auto soil = makeResType("Soil", "GENTYPE");
+    EXPECT_NE(dynamic_cast<const cResTypeGen*>(soil.get()), nullptr);
+    EXPECT_EQ(soil->getTypeName(), "Soil");
+    EXPECT_NE(dynamic_cast<const cResTypeCompound*>(makeResType("Frame", "COMPTYPE").get()), nullptr);
+    for (const char* kind : {"CHARTYPE", "no kind", ""}) {
+        const auto crane = makeResType("Crane", kind);
+        EXPECT_TRUE(isCharacterized(crane.get())) << kind;
+        EXPECT_EQ(crane->getTypeKind(), "CHARTYPE") << kind;
+    }
+}
+
 TEST_F(cResourceTypeTest, replacingATypeOfTheModelMovesItsQueuesAndLinks) {
     cResType& soil = network.addGenericType("Soil");
     cNodeQueue& queue = network.addQueue("Pile", soil);
