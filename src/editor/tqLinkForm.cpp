@@ -4,8 +4,6 @@
 #include "editor/tqLink.h"
 #include "editor/typedNode.h"
 
-#include <algorithm>
-
 bool cTQLink::isRuleShown(eLinkRule rule) const {
     const bool isOfAmounts = isGeneric(getResType());
     const bool isOfInstances = isCharacterized(getResType());
@@ -28,7 +26,7 @@ cFormRow cTQLink::ruleRow(eLinkRule rule, const QString& label, const QString& f
     cFormRow row;
     row.label = label;
     row.fieldName = fieldName;
-    row.modelKey = std::ranges::find(linkRules, rule, &cLinkRule::rule)->modelKey;
+    row.modelKey = modelKeyOf(rule);
     row.get = [this, rule] { return QString::fromStdString(getRuleText(rule)); };
     row.set = [this, rule](const QString& text) { setRuleText(rule, text.toStdString()); };
     row.isMarked = true;

@@ -3,6 +3,7 @@
 #include "language/expression.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -39,6 +40,9 @@ inline constexpr std::array linkRules{
     cLinkRule{eLinkRule::releaseWhere, "RELEASEWHERE", "1"},
     cLinkRule{eLinkRule::strength, "STRENGTH", "1"},
 };
+
+/// The keyword of a rule in model files.
+constexpr std::string_view modelKeyOf(eLinkRule rule) { return linkRules[static_cast<std::size_t>(rule)].modelKey; }
 
 /// The expression of a new link for `rule`.
 cExpression newRuleExpression(cEvaluationContext& model, eLinkRule rule);

@@ -10,6 +10,7 @@
 #include "kernel/network.h"
 #include "kernel/normal.h"
 #include "kernel/queue.h"
+#include "model/modelStatement.h"
 
 #include <array>
 #include <string_view>
@@ -51,7 +52,7 @@ class cFusionQueue : public cNetworkElement {
 public:
     explicit cFusionQueue(std::string fusedQueue) : queueName(std::move(fusedQueue)) {}
 
-    std::string getKind() const override { return "FUSIONQUEUE"; }
+    std::string getKind() const override { return std::string(fusionQueueWord); }
     void resetElement() override {}
 
     const std::string& getQueueName() const { return queueName; }

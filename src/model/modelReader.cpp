@@ -13,7 +13,6 @@
 #include "model/propertyTable.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <map>
 #include <optional>
@@ -151,9 +150,9 @@ bool cReader::readLine(const std::string& line) {
     readProperty(ePropertyTest::link);
 
     statement = cModelStatement(line);  // whole again: the tests for properties have taken from it
-    if (statement.word(0) == "POSNODE") readPosition();
-    if (statement.word(0) == "POSLINK") readConnectionPoints();
-    if (statement.word(0) == "RANKCOUNT") readCounter();
+    if (statement.word(0) == nodePlaceWord) readPosition();
+    if (statement.word(0) == linkPlaceWord) readConnectionPoints();
+    if (statement.word(0) == counterWord) readCounter();
     return true;
 }
 
@@ -193,7 +192,7 @@ void cReader::readElement(const cElementForm& form) {
         enter(link);
         return;
     }
-    if (form.keyword == "FUSIONQUEUE") return enter(builder.makeFusionQueue(statement.word(1), statement.word(2)));
+    if (form.keyword == fusionQueueWord) return enter(builder.makeFusionQueue(statement.word(1), statement.word(2)));
     enter(builder.makeNode(statement.word(0), form.isTyped ? typeOfNode() : nullptr));
 }
 
@@ -356,7 +355,7 @@ void cReader::readCounter() {
     std::int32_t counter = 0;
     const auto [end, failure] = std::from_chars(word.data(), word.data() + word.size(), counter);
     if (failure != std::errc{} || end != word.data() + word.size() || counter > largestCounter)
-        return warn("RANKCOUNT " + quoted(word) + " is no counter");
+        return warn(std::string(counterWord) + ' ' + quoted(word) + " is no counter");
     if (counter > cNetworkElement::getElementCounter()) cNetworkElement::setElementCounter(counter);
 }
 

@@ -12,7 +12,7 @@ constexpr std::string_view wordSeparators = " ;";
 constexpr std::array elementForms{
     cElementForm{"COMBI", 2, false},       cElementForm{"NORMAL", 2, false},   cElementForm{"CONSOLIDATOR", 2, false},
     cElementForm{"QUEUE", 2, true},        cElementForm{"ASSEMBLER", 2, true}, cElementForm{"DISASSEMBLER", 2, true},
-    cElementForm{"FORK", 2, true},         cElementForm{"DYNAFORK", 2, true},  cElementForm{"FUSIONQUEUE", 3, false},
+    cElementForm{"FORK", 2, true},         cElementForm{"DYNAFORK", 2, true},  cElementForm{fusionQueueWord, 3, false},
     cElementForm{"RELEASELINK", 4, false}, cElementForm{"DRAWLINK", 4, false}, cElementForm{"FLOWLINK", 4, false},
 };
 

@@ -27,6 +27,15 @@ private:
 
 /// Stands on the lines in front of and behind the Global Code.
 inline constexpr std::string_view codeMark = "<CODE>";
+/// What gives a resource type its save properties, wherever it stands on a line.
+inline constexpr std::string_view savePropsWord = "SAVEPROPS";
+
+/// The words in front of statements that are no element's own property: a second place of a queue, where a node and the
+/// ends of a link lie, and the counter behind element numbers.
+inline constexpr std::string_view fusionQueueWord = "FUSIONQUEUE";
+inline constexpr std::string_view nodePlaceWord = "POSNODE";
+inline constexpr std::string_view linkPlaceWord = "POSLINK";
+inline constexpr std::string_view counterWord = "RANKCOUNT";
 
 /// The largest counter behind element numbers that a file can give: a longer number doesn't fit behind "Normal" in a
 /// default name.
@@ -43,7 +52,5 @@ struct cElementForm {
 const cElementForm* findElementForm(std::string_view keyword);
 /// Whether `line` holds the keyword of an element or a link with a blank behind it, wherever that stands.
 bool holdsElementKeyword(std::string_view line);
-/// What gives a resource type its save properties, wherever it stands on a line.
-inline constexpr std::string_view savePropsWord = "SAVEPROPS";
 /// Whether reading ends at `line`: it holds such a keyword, but doesn't begin with one.
 bool endsReading(const std::string& line);

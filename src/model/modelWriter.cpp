@@ -16,7 +16,6 @@
 namespace {
 
 constexpr std::string_view whiteSpace = " \t\n\v\f\r";
-constexpr const char* fusionQueueWord = "FUSIONQUEUE";
 constexpr const char* noFusion = "0";
 
 std::string trimmed(const std::string& text) {
@@ -217,9 +216,9 @@ void cWriter::writeNodeProperties() {
 std::string cWriter::linkValue(const cLink& link, const cProperty& property) {
     const std::string stored = property.get(link, property.keyword).value_or(std::string());
     const std::string typed = source.typedText(link, property.keyword).value_or(stored);
-    if (property.keyword == "ENOUGH") return typed.empty() ? typed : stored;
-    if (property.keyword == "DRAWUNTIL") return typed.empty() ? stored : typed;
-    return property.keyword == "DRAWAMT" ? stored : typed;
+    if (property.keyword == modelKeyOf(eLinkRule::enough)) return typed.empty() ? typed : stored;
+    if (property.keyword == modelKeyOf(eLinkRule::drawUntil)) return typed.empty() ? stored : typed;
+    return property.keyword == modelKeyOf(eLinkRule::drawAmt) ? stored : typed;
 }
 
 void cWriter::writeLinkProperties() {
@@ -242,7 +241,7 @@ void cWriter::writeCode() {
 std::string cWriter::linkPlace(const cLink& link) {
     const cSavedEnd start = source.linkEnd(link, true);
     const cSavedEnd end = source.linkEnd(link, false);
-    std::string statement = "POSLINK " + link.getName();
+    std::string statement = std::string(linkPlaceWord) + ' ' + link.getName();
     for (const cSavedEnd& each : {start, end}) statement += ' ' + std::to_string(each.point);
     for (const cSavedEnd& each : {start, end})
         statement += ' ' + (each.fusionName.empty() ? noFusion : each.fusionName);
@@ -253,7 +252,8 @@ void cWriter::writePlaces() {
     forEachCompleteLink([this](const cLink& link) { tell(linkPlace(link)); });
     forEachNode([this](const cNetworkElement& element) {
         const cSavedPlace place = source.place(element);
-        tell("POSNODE " + element.getName() + ' ' + placeText(place.x) + ' ' + placeText(place.y) + ";\n");
+        tell(std::string(nodePlaceWord) + ' ' + element.getName() + ' ' + placeText(place.x) + ' ' +
+             placeText(place.y) + ";\n");
     });
 }
 
@@ -261,7 +261,7 @@ void cWriter::writeCounter() {
     const std::int32_t counter = cNetworkElement::getElementCounter();
     if (counter > largestCounter)
         writing.warnings.emplace_back("The counter behind element numbers is larger than a reader takes.");
-    writing.text += "RANKCOUNT " + std::to_string(counter) + ";\n";
+    writing.text += std::string(counterWord) + ' ' + std::to_string(counter) + ";\n";
 }
 
 }  // namespace
