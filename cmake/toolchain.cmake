@@ -10,6 +10,10 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 # twice, so the compiler may not do it, whatever processor it builds for.
 add_compile_options(-ffp-contract=off)
 
+# Functions begin where lines of the processor's cache do. Where else they come to lie differs from program to program,
+# and has made the same engine a fifth slower in one than in another.
+add_compile_options($<$<CONFIG:Release>:-falign-functions=64>)
+
 find_program(ccacheProgram ccache)
 mark_as_advanced(ccacheProgram)
 if(ccacheProgram AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
