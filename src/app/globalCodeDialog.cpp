@@ -1,6 +1,6 @@
 #include "app/globalCodeDialog.h"
 
-#include "editor/errorBox.h"
+#include "editor/messageBox.h"
 #include "editor/typedLines.h"
 #include "kernel/network.h"
 #include "language/compilation.h"
@@ -70,7 +70,8 @@ void cGlobalCodeDialog::declareNames() {
         compileCode(network, splitLines(text().toStdString()), eCompiled::declarations);
         network.runStatements();
     } catch (const cException& failure) {
-        showErrorBox(parentWidget(), tr("Error"), QString::fromStdString(failure.message), failure.code);
+        messageBox::show(parentWidget(), QMessageBox::Critical, tr("Error"), QString::fromStdString(failure.message),
+                         failure.code);
     }
     network.statements.clear();
 }

@@ -1,6 +1,6 @@
 #include "app/savedText.h"
 
-#include "editor/errorBox.h"
+#include "editor/messageBox.h"
 
 #include <QByteArray>
 #include <QCoreApplication>
@@ -25,6 +25,6 @@ bool saveText(QWidget* asker, const QString& path, const QByteArray& text) {
 }
 
 void showSaveFailure(QWidget* asker, const QString& path, const QString& reason) {
-    showErrorBox(asker, cSavedText::tr("Error"),
-                 cSavedText::tr("Cannot save %1:\n%2").arg(QDir::toNativeSeparators(path), reason));
+    messageBox::show(asker, QMessageBox::Critical, cSavedText::tr("Error"),
+                     cSavedText::tr("Cannot save %1:\n%2").arg(QDir::toNativeSeparators(path), reason));
 }

@@ -5,8 +5,8 @@
 #include "editor/dialogRes.h"
 #include "editor/elementFactory.h"
 #include "editor/elementPanel.h"
-#include "editor/errorBox.h"
 #include "editor/linkHandle.h"
+#include "editor/messageBox.h"
 #include "editor/tqFusionQueue.h"
 #include "editor/tqLink.h"
 #include "editor/tqNode.h"
@@ -82,7 +82,8 @@ void tsApp::createElementFromDrop(const QString& kind, QPoint position) {
     auto* element = dynamic_cast<cTQNetworkElement*>(made.get());
     if (element == nullptr) {
         if (kind == QLatin1String(fusionQueueKind))
-            showErrorBox(this, tr("Error"), tr("Cannot create FusionQueue without atleast one Queue in model."));
+            messageBox::show(this, QMessageBox::Critical, tr("Error"),
+                             tr("Cannot create FusionQueue without atleast one Queue in model."));
         return;
     }
     elements[made->getName()] = made;

@@ -110,7 +110,7 @@ void tsApp::throwStop() {
 
 void tsApp::processHostEvents() {
     if (++callsSinceLook >= callsPerLook) processEventsInTime();
-    if (stopAsked || stopRequested) throwIfEndAsked();
+    if (isEndAsked()) throwIfEndAsked();
 }
 
 /// Looks at the clock at fewer calls the faster they come: while a look finds less than a tenth of the patience gone

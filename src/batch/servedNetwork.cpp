@@ -63,11 +63,15 @@ void cServedNetwork::throwIfEnding() const {
 }
 
 void cServedNetwork::load(const std::string& path) {
-    isLoaded = false;
     clearModel();
+    isLoaded = attempt([&] { readModelFile(path); });
+    if (!isLoaded) clearModel();
+}
+
+bool cServedNetwork::attempt(const std::function<void()>& work) {
     try {
-        readModelFile(path);
-        isLoaded = true;
+        work();
+        return true;
     } catch (const cFileError& error) {
         failures << errorLine(withoutCode, error.message) << std::flush;
     } catch (const cException& failure) {
@@ -75,7 +79,7 @@ void cServedNetwork::load(const std::string& path) {
     } catch (const std::bad_alloc&) {
         tellFailure({failureCode::statement, "The model needs more memory than there is.\n", {}, {}});
     }
-    if (!isLoaded) clearModel();
+    return false;
 }
 
 void cServedNetwork::readModelFile(const std::string& path) {
@@ -97,15 +101,7 @@ void cServedNetwork::run() {
     cRunCode code{waitingStatements, globalCode, {}};
     waitingStatements.clear();
     cRunObserver nobody;
-    try {
-        runReplications(*this, code, nobody);
-        return;
-    } catch (const cException& failure) {
-        tellFailure(failure);
-    } catch (const std::bad_alloc&) {
-        tellFailure({failureCode::statement, "The model needs more memory than there is.\n", {}, {}});
-    }
-    clearNetwork();
+    if (!attempt([&] { runReplications(*this, code, nobody); })) clearNetwork();
 }
 
 /// The end of the program, which breaks a run off, is none of its failures.

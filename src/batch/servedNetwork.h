@@ -6,6 +6,7 @@
 #include "kernel/network.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -44,6 +45,8 @@ private:
     void send(const std::string& line) override;
     void awaitMessages() override;
 
+    /// @return whether `work` came to its end; if not, that has been told.
+    bool attempt(const std::function<void()>& work);
     void clearModel();
     void readModelFile(const std::string& path);
     void throwIfEnding() const;

@@ -1,7 +1,7 @@
 #include "editor/elementPanel.h"
 
-#include "editor/errorBox.h"
 #include "editor/formField.h"
+#include "editor/messageBox.h"
 #include "kernel/network.h"
 
 #include <QDialogButtonBox>
@@ -88,8 +88,8 @@ void cElementPanel::editExceptions() {
         readTabs();
     } catch (const cException& failure) {
         const QString text = QString::fromStdString(failure.message);
-        showErrorBox(this, tr("Error"), text.isEmpty() ? tr("Error in expression in recently closed dialog.\n") : text,
-                     failure.code);
+        messageBox::show(this, QMessageBox::Critical, tr("Error"),
+                         text.isEmpty() ? tr("Error in expression in recently closed dialog.\n") : text, failure.code);
     }
 }
 

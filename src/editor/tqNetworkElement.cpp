@@ -1,7 +1,7 @@
 #include "editor/tqNetworkElement.h"
 
 #include "editor/elementPanel.h"
-#include "editor/errorBox.h"
+#include "editor/messageBox.h"
 #include "kernel/element.h"
 #include "kernel/network.h"
 
@@ -63,9 +63,9 @@ bool cTQNetworkElement::setElementName(const QString& newName) {
         if (engineElement().getName() != oldName) renamed(oldName);
         return true;
     }
-    showErrorBox(elementPanel.get(), tr("Naming Error"),
-                 tr("Element name must start with a letter; be less than 16 characters; can contain only letters "
-                    "numbers, and underscores."));
+    messageBox::show(elementPanel.get(), QMessageBox::Critical, tr("Naming Error"),
+                     tr("Element name must start with a letter; be less than 16 characters; can contain only letters "
+                        "numbers, and underscores."));
     return false;
 }
 
